@@ -1,0 +1,21 @@
+# Sourced by ./run and ./test: install_needs PACKAGE... installs those that are missing, from the distribution only.
+
+install_needs() {
+    local missing=() package as_root=()
+    for package in "$@"; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q '^install ok installed$' || missing+=("$package")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || { echo "These packages are missing: ${missing[*]}" >&2; return 1; }
+        as_root=(sudo)
+    fi
+    echo "Installing ${missing[*]}"
+    "${as_root[@]}" apt-get -qq update </dev/null &&
+        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+            apt-get -qq -y --no-install-recommends install "${missing[@]}" </dev/null >/dev/null
+}
+
+run_needs=(g++ cmake ninja-build libxerces-c-dev libicu-dev libcli11-dev libfmt-dev nlohmann-json3-dev)
+test_needs=("${run_needs[@]}" git pkg-config libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev
+    libsqlite3-dev libpugixml-dev clang-14 libclang-rt-14-dev llvm-14 clang-format-14 clang-tidy-14)
