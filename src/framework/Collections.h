@@ -1,0 +1,7 @@
+// All containers of the interface.
+#pragma once
+
+#include "framework/Array.h"
+#include "framework/List.h"
+#include "framework/Map.h"
+#include "framework/PtrList.h"
