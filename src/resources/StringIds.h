@@ -8,7 +8,7 @@ enum StringId : unsigned {
 #include "resources/Strings.def"
 };
 
-}  // namespace obmgr
+} // namespace obmgr
 
 // The suite's sources name them without a qualifier.
 using enum obmgr::StringId;
