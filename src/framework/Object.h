@@ -26,7 +26,7 @@ public:
     virtual CRuntimeClass* GetRuntimeClass() const;
     bool IsKindOf(const CRuntimeClass* runtimeClass) const { return GetRuntimeClass()->IsDerivedFrom(runtimeClass); }
 
-    static CRuntimeClass* GetThisClass() noexcept { return &classCObject; }
+    static constexpr CRuntimeClass* GetThisClass() noexcept { return &classCObject; }
     static CRuntimeClass classCObject;
 
 protected:
@@ -40,7 +40,7 @@ protected:
 #define DECLARE_DYNAMIC(class_name)                                                                                    \
 public:                                                                                                                \
     static CRuntimeClass class##class_name;                                                                            \
-    static CRuntimeClass* GetThisClass() noexcept                                                                      \
+    static constexpr CRuntimeClass* GetThisClass() noexcept                                                            \
     {                                                                                                                  \
         return &class##class_name;                                                                                     \
     }                                                                                                                  \
@@ -51,7 +51,7 @@ public:                                                                         
     static CObject* CreateObject();
 
 #define IMPLEMENT_DYNAMIC(class_name, base_class_name)                                                                 \
-    constinit CRuntimeClass class_name::class##class_name = {#class_name, nullptr, RUNTIME_CLASS(base_class_name)};    \
+    constinit CRuntimeClass class_name::class##class_name = {#class_name, nullptr, base_class_name::GetThisClass()};    \
     CRuntimeClass* class_name::GetRuntimeClass() const                                                                 \
     {                                                                                                                  \
         return &class##class_name;                                                                                     \
@@ -63,7 +63,7 @@ public:                                                                         
         return new class_name;                                                                                         \
     }                                                                                                                  \
     constinit CRuntimeClass class_name::class##class_name = {#class_name, &class_name::CreateObject,                   \
-                                                             RUNTIME_CLASS(base_class_name)};                          \
+                                                             base_class_name::GetThisClass()};                         \
     CRuntimeClass* class_name::GetRuntimeClass() const                                                                 \
     {                                                                                                                  \
         return &class##class_name;                                                                                     \
