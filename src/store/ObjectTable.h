@@ -1,0 +1,163 @@
+// The untyped body of an object table: the list in its order, the indexes that answer queries without walking it,
+// the retired objects, and what a running transaction needs to bring the list back.
+//
+// The meaning of every query is a walk of the list, first match first. Indexes only find the same objects sooner:
+// they hold positions, and what an index gives is compared with the object itself before it counts.
+#pragma once
+
+#include "common/Export.h"
+#include "objects/PipeObject.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+class CDlgProgress;
+class CStdioFile;
+
+namespace obmgr {
+
+// Object ids to list positions. Ids that follow one another stand beside one another.
+class RIVELTA_API IdIndex {
+public:
+    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+    std::uint32_t Find(std::int32_t id) const;
+    void Insert(std::int32_t id, std::uint32_t position);  // the id is not in it
+    void Replace(std::int32_t id, std::uint32_t position); // the id is in it
+    void Erase(std::int32_t id);
+    void Clear();
+
+private:
+    struct Slot {
+        std::int32_t id = 0;
+        std::uint32_t position = kNone;
+    };
+    std::size_t Home(std::int32_t id) const;
+    void Grow();
+
+    std::vector<Slot> m_slots; // a power of two
+    std::size_t m_count = 0;
+    unsigned m_shift = 64;
+};
+
+class RIVELTA_API ObjectTable final : public TableListener {
+public:
+    ObjectTable() = default;
+    ObjectTable(const ObjectTable&) = delete;
+    ObjectTable& operator=(const ObjectTable&) = delete;
+    virtual ~ObjectTable();
+
+    // ---- the list ----
+    bool Add(long id, CPipeObject* object);
+    bool Remove(CPipeObject* object);
+    CPipeObject* Find(long id) const;
+    bool FileOutAll(CStdioFile& file, int* counter, CDlgProgress* progress, int dataver) const;
+    void Clear();
+    std::size_t Count() const { return m_count; }
+    // The greatest id, compared as signed numbers, or `atLeast`.
+    long MaxId(long atLeast) const;
+    // Makes the id list that Add consults the list of the objects' present ids.
+    void ResetIdList() { m_idListDelta.clear(); }
+    // Keeps an object until the next commit, unless the table keeps or holds it already.
+    void Retire(CPipeObject* object);
+
+    // Walks the list in its order. What is added during the walk is walked too, what is removed is not.
+    template <class Visit> void ForEach(Visit&& visit) const
+    {
+        const Walk walk(*this);
+        for (std::size_t i = 0; i < m_live.size(); ++i)
+            if (CPipeObject* const object = m_live[i]) visit(*object);
+    }
+    // Position of the next object at or after `position`; the list's length when there is none.
+    std::size_t NextPosition(std::size_t position) const;
+    CPipeObject* At(std::size_t position) const { return position < m_live.size() ? m_live[position] : nullptr; }
+    CPipeObject* First() const { return At(NextPosition(0)); }
+    // Which of two objects of this table comes first.
+    bool IsBefore(const CPipeObject& a, const CPipeObject& b) const { return a.m_position < b.m_position; }
+
+    // ---- queries by link or value, in list order ----
+    using Visitor = std::function<bool(CPipeObject&)>; // false ends the query
+    void VisitByLink(int link, std::int32_t id, const Visitor& visit) const;
+    // An absent key reads as the empty text.
+    void VisitByText(const wchar_t* key, std::wstring_view text, const Visitor& visit) const;
+    // The value read as an integer, 0 for an absent key.
+    void VisitByNumber(const wchar_t* key, long number, const Visitor& visit) const;
+
+    // ---- transactions ----
+    void Begin();
+    void Commit();
+    void Abort();
+    unsigned TransactionCount() const { return m_transactionCount; }
+    // How many objects wait to be destroyed; how many have a copy from before the transaction. For tests.
+    std::size_t RetiredCount() const { return m_retired.size(); }
+    std::size_t SavedCount() const { return m_saved ? m_saved->before.size() : 0; }
+
+    void BeforeChange(CPipeObject& object) override;
+    void AfterIdChange(CPipeObject& object, std::int32_t oldId) override;
+    void AfterValueChange(CPipeObject& object) override;
+
+private:
+    // While one exists, positions stay as they are.
+    class Walk {
+    public:
+        explicit Walk(const ObjectTable& table) : m_table(table) { ++m_table.m_walks; }
+        ~Walk() { --m_table.m_walks; }
+        Walk(const Walk&) = delete;
+        Walk& operator=(const Walk&) = delete;
+
+    private:
+        const ObjectTable& m_table;
+    };
+
+    // One query's index: the key of each object, hashed, to the positions that had it. Positions that no longer fit
+    // are left in place and drop out when the key is next asked for.
+    struct ValueIndex {
+        enum class Kind { Link, Text, Number } kind;
+        std::uint32_t field; // link number or key
+        std::unordered_map<std::uint64_t, std::vector<std::uint32_t>> positions;
+    };
+    // What the outermost begin noted. An object gets its copy in `before` only when it is first changed or removed:
+    // the rest of the list is its own snapshot.
+    struct Snapshot {
+        std::uint32_t size; // positions below it belong to the snapshot
+        std::unordered_map<std::uint32_t, std::unique_ptr<CPipeObject>> before;
+        std::unordered_map<std::int32_t, int> idListDelta;
+    };
+
+    void Attach(CPipeObject* object, std::uint32_t position);
+    void Detach(CPipeObject& object);
+    void IndexId(std::int32_t id, std::uint32_t position);
+    void UnindexId(std::int32_t id, std::uint32_t position);
+    std::size_t CountOfId(std::int32_t id) const;
+    bool IsOnIdList(std::int32_t id) const;
+    void ShiftIdList(std::int32_t id, int by);
+    void CompactIfSparse();
+    void DestroyRetired();
+    void WatchChanges();
+
+    std::uint64_t HashOf(const ValueIndex& index, const CPipeObject& object) const;
+    ValueIndex& IndexFor(ValueIndex::Kind kind, std::uint32_t field) const;
+    static void Note(ValueIndex& index, std::uint64_t hash, std::uint32_t position);
+    template <class Fits>
+    void Query(ValueIndex::Kind kind, std::uint32_t field, std::uint64_t hash, Fits&& fits, const Visitor& visit) const;
+
+    std::vector<CPipeObject*> m_live; // owned; null where an object was removed
+    std::size_t m_count = 0;
+    IdIndex m_byId; // first position of each id
+    // The further positions of ids that several objects have, after a direct change of an id.
+    std::unordered_map<std::int32_t, std::vector<std::uint32_t>> m_moreById;
+    // How often the id list, which only Add, Remove and ResetIdList write, has an id more than the objects do.
+    std::unordered_map<std::int32_t, int> m_idListDelta;
+    std::vector<CPipeObject*> m_retired; // owned
+    mutable std::vector<std::unique_ptr<ValueIndex>> m_indexes;
+    mutable unsigned m_walks = 0;
+    unsigned m_transactionCount = 0;
+    std::optional<Snapshot> m_saved;
+};
+
+} // namespace obmgr
