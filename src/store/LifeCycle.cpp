@@ -18,12 +18,13 @@ CObjectManager::~CObjectManager() = default;
 
 obmgr::ObjectTable& CObjectManager::TableOf(objectdata::OBJECTTYPE type)
 {
+    // clang-format off
     switch (type) {
-#define OBM_RECORD(T, ...)                                                                                             \
-    case objectdata::T: return m_##T.Untyped();                                                                        \
-        #include "objects/ObjectTypes.def"
+#define OBM_RECORD(T, ...) case objectdata::T: return m_##T.Untyped();
+#include "objects/ObjectTypes.def"
     default: AfxThrowInvalidArgException();
     }
+    // clang-format on
 }
 
 const obmgr::ObjectTable& CObjectManager::TableOf(objectdata::OBJECTTYPE type) const
