@@ -53,7 +53,7 @@ protected:
 };
 
 class ObjectTable;
-std::unique_ptr<CPipeObject> CloneObject(const CPipeObject& object);
+RIVELTA_API std::unique_ptr<CPipeObject> CloneObject(const CPipeObject& object);
 
 } // namespace obmgr
 
