@@ -17,6 +17,7 @@ namespace {
 
 // Guarded by StateLock. Plain numbers, so that they outlive every static object of the process.
 constinit int g_starts = 0;
+constinit bool g_processEnds = false;
 constinit bool g_changing = false; // a start or stop is under way in the thread that holds the lock
 
 // Recursive: what start and stop call may be entry points themselves. Never destroyed, for the same reason as above.
@@ -55,7 +56,11 @@ struct ChangeScope {
 
 // Counts as a start of its own, which ends with the process.
 struct ProcessReference {
-    ~ProcessReference() { StopLibrary(); }
+    ~ProcessReference()
+    {
+        StopLibrary();
+        g_processEnds = true;
+    }
 };
 
 } // namespace
@@ -76,6 +81,7 @@ bool StartXmlParser(void (*initialize)())
 bool StartLibrary()
 {
     const std::lock_guard lock(StateLock());
+    if (g_processEnds) return false;
     if (g_starts == 0 && !g_changing) {
         const ChangeScope starting;
         CurrentResourceLanguage(); // the language is chosen here, unless a text was asked for earlier
@@ -107,6 +113,13 @@ void StartLibraryForProcess()
 {
     const std::lock_guard lock(StateLock());
     if (g_changing || g_starts > 0) return;
+    if (g_processEnds) {
+        // For static objects that outlive the stop. The parser stays down: its own libraries may be gone by now.
+        const ChangeScope starting;
+        CreateGlobalDefManager();
+        g_libraryRuns.store(true, std::memory_order_release);
+        return;
+    }
     if (!StartLibrary()) throw new CPipeObjectException(IDS_FATAL_ERROR);
     static const ProcessReference untilTheProcessEnds;
 }

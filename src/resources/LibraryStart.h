@@ -7,8 +7,9 @@
 
 namespace obmgr {
 
-// Starts the library; false when the XML parser refuses, after the person has been told. Calls are counted: each
-// true needs one StopLibrary, and the last of them stops the library. Programs need not call either: see below.
+// Starts the library; false when the XML parser refuses, after the person has been told, and once the process ends.
+// Calls are counted: each true needs one StopLibrary, and the last of them stops the library. Programs need not call
+// either: see below.
 RIVELTA_API bool StartLibrary();
 
 // Takes back one StartLibrary. The last one destroys the default attributes and ends the library's use of the XML
@@ -21,7 +22,8 @@ RIVELTA_API void StartLibraryForProcess();
 
 // Every entry point of the library calls this first: the constructor of CObjectManager, its static members, the
 // default attribute manager. So the library runs before the first object lives, whichever static object that is, and
-// it stops when the process ends, after the objects made since. Raises CPipeObjectException when the start fails.
+// it stops when the process ends, after the objects made since. Objects made later still, by static objects that end
+// last, find empty default attributes but no parser. Raises CPipeObjectException when the start fails.
 inline void EnsureLibraryStarted()
 {
     if (!g_libraryRuns.load(std::memory_order_acquire)) StartLibraryForProcess();

@@ -5,6 +5,7 @@
 #include "framework/Language.h"
 #include "resources/Resources.h"
 #include "store/ObDefManager.h"
+#include "store/ObjectManager.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -303,6 +304,25 @@ TEST(LibraryStartDeathTest, EntryPointsStartTheLibraryUntilTheProcessEnds)
         if (!obmgr::StartLibrary()) std::exit(4);
         obmgr::StopLibrary();
         std::exit(obmgr::g_libraryRuns.load() ? 0 : 5);
+    };
+    EXPECT_EXIT(program(), testing::ExitedWithCode(0), "");
+}
+
+TEST(LibraryStartDeathTest, DesignsCanBeMadeAfterTheStopAtTheProcessEnd)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto program = [] {
+        // Registered before the start, so it runs after the stop.
+        std::atexit([] {
+            if (obmgr::g_libraryRuns.load()) std::_Exit(2);
+            if (obmgr::StartLibrary()) std::_Exit(3);
+            const CObjectManager late;
+            std::_Exit(obmgr::GetObDefManager() != nullptr ? 0 : 4);
+        });
+        {
+            const CObjectManager first;
+        }
+        std::exit(5);
     };
     EXPECT_EXIT(program(), testing::ExitedWithCode(0), "");
 }
