@@ -1,7 +1,7 @@
 # Sourced by ./run and ./test: install_needs PACKAGE... installs those that are missing, from the distribution only.
 
 install_needs() {
-    local missing=() package as_root=()
+    local missing=() package as_root=() log
     for package in "$@"; do
         dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q '^install ok installed$' || missing+=("$package")
     done
@@ -11,9 +11,12 @@ install_needs() {
         as_root=(sudo)
     fi
     echo "Installing ${missing[*]}"
-    "${as_root[@]}" apt-get -qq update </dev/null &&
+    log=$("${as_root[@]}" apt-get -qq update </dev/null 2>&1 &&
         "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-            apt-get -qq -y --no-install-recommends install "${missing[@]}" </dev/null >/dev/null
+            apt-get -qq -y --no-install-recommends install "${missing[@]}" </dev/null 2>&1) || {
+        printf '%s\n' "$log" >&2
+        return 1
+    }
 }
 
 run_needs=(g++ cmake ninja-build libxerces-c-dev libicu-dev libcli11-dev libfmt-dev nlohmann-json3-dev)
