@@ -36,5 +36,6 @@ else()
 endif()
 file(RELATIVE_PATH obmPrefixFromPc
     "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
+string(REGEX REPLACE "/$" "" obmPrefixFromPc "${obmPrefixFromPc}")
 configure_file(cmake/rivelta.pc.in "${PROJECT_BINARY_DIR}/rivelta.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/rivelta.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
