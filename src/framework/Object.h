@@ -51,7 +51,7 @@ public:                                                                         
     static CObject* CreateObject();
 
 #define IMPLEMENT_DYNAMIC(class_name, base_class_name)                                                                 \
-    constinit CRuntimeClass class_name::class##class_name = {#class_name, nullptr, base_class_name::GetThisClass()};    \
+    constinit CRuntimeClass class_name::class##class_name = {#class_name, nullptr, base_class_name::GetThisClass()};   \
     CRuntimeClass* class_name::GetRuntimeClass() const                                                                 \
     {                                                                                                                  \
         return &class##class_name;                                                                                     \

@@ -23,7 +23,7 @@ RIVELTA_API bool CanEncode(TextEncoding encoding, char32_t c);
 RIVELTA_API CString DecodeText(TextEncoding encoding, std::string_view bytes);
 
 // The code table of a one-and-two-byte encoding, made once from the converter library.
-class LegacyCodes {
+class RIVELTA_API LegacyCodes {
 public:
     // Shift_JIS or EUC-KR; an invalid argument for the others. Raises CNotSupportedException when the converter
     // library does not have the table.
