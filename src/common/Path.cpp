@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cwchar>
 #include <limits>
 #include <string>
@@ -57,10 +58,10 @@ void orn_abbreviate_name(wchar_t* buffer, int maxLength, int mode)
     const auto answer = [buffer](const std::wstring& text) {
         std::wmemcpy(buffer, text.c_str(), text.size() + 1); // never longer than what stood there
     };
-    // The first part: a drive or root with the folder behind it.
-    const std::size_t rootEnd =
-        path.find_first_not_of(kSeparators, std::min(path.find_first_of(kSeparators), path.size()));
-    const std::size_t firstEnd = path.find_first_of(kSeparators, std::min(rootEnd, path.size()));
+    // The first part: a drive or root, if there is one, and the folder behind it.
+    const std::size_t rootStart = path.size() > 1 && path[1] == L':' ? 2 : 0;
+    const std::size_t rootEnd = std::min(path.find_first_not_of(kSeparators, rootStart), path.size());
+    const std::size_t firstEnd = path.find_first_of(kSeparators, rootEnd);
     if (firstEnd != std::wstring::npos) {
         const std::wstring front = path.substr(0, firstEnd + 1).append(kDots);
         for (std::size_t cut = path.find_first_of(kSeparators, firstEnd + 1); cut != std::wstring::npos;

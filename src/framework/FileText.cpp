@@ -157,9 +157,13 @@ template <class Encoder> void CStdioFile::PutUtf8(std::string_view text, const E
 
 template <class Encoder> void CStdioFile::PutWide(std::wstring_view text, const Encoder& encoder)
 {
-    for (const wchar_t c : text) {
-        char* const out = Room(kLongestCode);
-        m_filled += static_cast<std::size_t>(encoder.Put(out, static_cast<char32_t>(c)) - out);
+    while (!text.empty()) {
+        char* out = Room(kLongestCode);
+        const std::size_t count = std::min(text.size(), (kBufferSize - m_filled) / kLongestCode);
+        for (const wchar_t c : text.substr(0, count))
+            out = encoder.Put(out, static_cast<char32_t>(c));
+        m_filled = static_cast<std::size_t>(out - m_output.get());
+        text.remove_prefix(count);
     }
 }
 
