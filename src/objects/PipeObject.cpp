@@ -47,12 +47,10 @@ CPipeObject::CPipeObject(const CPipeObject& other)
 CPipeObject& CPipeObject::operator=(const CPipeObject& other)
 {
     if (this == &other) return *this;
+    SetObjectId(other.GetObjectId());
     BeforeChange();
     m_attributes = other.m_attributes;
     m_status = other.m_status;
-    const std::int32_t oldId = m_id;
-    m_id = other.m_id;
-    if (m_table && oldId != m_id) m_table->AfterIdChange(*this, oldId);
     AfterValueChange();
     return *this;
 }
@@ -81,9 +79,10 @@ void CPipeObject::SetObjectId(unsigned long objectId)
     const std::int32_t id = obmgr::Id32(objectId);
     if (id == m_id) return;
     BeforeChange();
-    const std::int32_t oldId = m_id;
-    m_id = id;
-    if (m_table) m_table->AfterIdChange(*this, oldId);
+    if (m_table)
+        m_table->ChangeId(*this, id);
+    else
+        m_id = id;
 }
 
 void CPipeObject::SetStatus(int status)
@@ -213,10 +212,12 @@ void CPipeObject::SetAttribute(obmgr::KeyId key, std::string_view utf8)
 
 void CPipeObject::BeforeChange()
 {
-    if (m_table && m_table->wantsBeforeChange) m_table->BeforeChange(*this);
+    if (!m_table) return;
+    if (m_table->wantsBeforeChange) m_table->BeforeChange(*this);
+    if (m_table->wantsValueChange) m_table->BeforeValueChange(*this);
 }
 
-void CPipeObject::AfterValueChange()
+void CPipeObject::AfterValueChange() noexcept
 {
     if (m_table && m_table->wantsValueChange) m_table->AfterValueChange(*this);
 }
@@ -337,6 +338,7 @@ bool CPipeSection::LoadSpec(bool keepLoaded)
     spec->kind = ToText(obmgr::RecordOf(GetObjectType()).tag);
     for (const Dimension& dimension : keys->dimensions)
         if (dimension.key) (*spec).*dimension.field = GetSubAttributeDouble(dimension.key, obmgr::kUnsetNumber);
+    BeforeChange();
     m_spec.value = std::move(spec);
     return true;
 }

@@ -41,9 +41,11 @@ namespace obmgr {
 class RIVELTA_API TableListener {
 public:
     virtual void BeforeChange(CPipeObject& object) = 0;
-    virtual void AfterIdChange(CPipeObject& object, std::int32_t oldId) = 0;
-    // A link or an attribute that an index may use has a new value.
-    virtual void AfterValueChange(CPipeObject& object) = 0;
+    // Gives the object another id. When it fails nothing has changed.
+    virtual void ChangeId(CPipeObject& object, std::int32_t id) = 0;
+    // A link, an attribute or the id that an index may use is about to get a new value; has got it.
+    virtual void BeforeValueChange(CPipeObject& object) noexcept = 0;
+    virtual void AfterValueChange(CPipeObject& object) noexcept = 0;
 
     bool wantsBeforeChange = false;
     bool wantsValueChange = false;
@@ -126,7 +128,7 @@ protected:
     virtual CPipeObject* Clone() const { return new CPipeObject(*this); }
     // To be called around every change of a member that a transaction has to bring back.
     void BeforeChange();
-    void AfterValueChange();
+    void AfterValueChange() noexcept;
     void AssignLinks(std::span<const std::int32_t> links);
 
 private:

@@ -27,6 +27,14 @@ Objects OwnedBy(const obmgr::ObjectTable& table, long ownerId)
     return found;
 }
 
+bool AppendOwnedIds(const obmgr::ObjectTable& table, long ownerId, bool byOrder, CList<long, long>& ids)
+{
+    if (byOrder) return obmgr::AppendIds(table, OwnedBy(table, ownerId), true, ids);
+    const auto before = ids.GetCount();
+    table.AppendIdsByLink(kOwnerLink, obmgr::Id32(ownerId), ids);
+    return ids.GetCount() > before;
+}
+
 template <class T, class List> bool AppendObjects(const Objects& found, List& objects)
 {
     for (CPipeObject* object : found)
@@ -46,6 +54,7 @@ template <class T> void SetData(CObjectDataBase<T>& table, T* object)
     if (!object) return;
     T* const live = table.Find(object->GetId32());
     if (!live || live == object) return;
+    table.Untyped().MakeRoomForRetired(1);
     *live = *object;
     table.Untyped().Retire(object);
 }
@@ -109,7 +118,7 @@ bool obmgr::AppendIds(const ObjectTable& table, const std::vector<CPipeObject*>&
     { return obmgr::AppendIds(m_##T.Untyped(), AllOf(m_##T.Untyped()), sorted, ids); }
 #define OBM_DEFINE_OWNED_IDS(T, sorted) \
     bool CObjectManager::Get##T##IdList(long ownerId, CList<long, long>& ids) const \
-    { return obmgr::AppendIds(m_##T.Untyped(), OwnedBy(m_##T.Untyped(), ownerId), sorted, ids); }
+    { return AppendOwnedIds(m_##T.Untyped(), ownerId, sorted, ids); }
 #define OBM_DEFINE_IDS_None(T)
 #define OBM_DEFINE_IDS_ByHand(T)
 #define OBM_DEFINE_IDS_All(T) OBM_DEFINE_ALL_IDS(T, false)

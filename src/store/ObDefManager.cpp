@@ -45,6 +45,7 @@ CObDefManager* obmgr::GetObDefManager()
 void CObjectManager::ReSetDefManager(CObDefManager* manager)
 {
     obmgr::EnsureLibraryStarted();
+    if (!manager) manager = new CObDefManager;
     if (manager != GlobalManager().get()) GlobalManager().reset(manager);
 }
 

@@ -55,11 +55,15 @@ public:
 
     private:
         friend class CObjectDataBase;
-        Iterator(const obmgr::ObjectTable* table, std::size_t position) : m_table(table), m_position(position) {}
+        Iterator(const obmgr::ObjectTable* table, std::size_t position)
+            : m_table(table), m_position(position), m_walk(table)
+        {
+        }
         bool IsAtEnd() const { return m_table->At(m_position) == nullptr; }
 
         const obmgr::ObjectTable* m_table;
         std::size_t m_position;
+        obmgr::ObjectTable::Walk m_walk; // removals during the walk move nothing
     };
     Iterator begin() const { return {&m_table, m_table.NextPosition(0)}; }
     Iterator end() const { return {&m_table, static_cast<std::size_t>(-1)}; }

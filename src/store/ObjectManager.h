@@ -153,7 +153,7 @@ public:
     // ---- Default attributes (store/ObDefManager.cpp) ----
     // The attributes of the pen `penId`, or the defaults of the tag when there is no such pen.
     bool GetDefValue(unsigned long penId, const CString& name, CMapStringToString& values) const;
-    // Destroys the process's default attribute table and takes over the given one.
+    // Destroys the process's default attribute table and takes over the given one; null stands for an empty one.
     static void ReSetDefManager(CObDefManager* manager);
 
     // ---- Record lookups by name (store/RecordLookups.cpp); names are compared exactly, the first match counts ----

@@ -6,7 +6,9 @@
 #include "framework/Exception.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
+#include <utility>
 
 namespace obmgr {
 namespace {
@@ -92,6 +94,12 @@ void IdIndex::Clear()
     m_count = 0;
 }
 
+void IdIndex::ClearKeepingRoom()
+{
+    std::fill(m_slots.begin(), m_slots.end(), Slot());
+    m_count = 0;
+}
+
 void IdIndex::Grow()
 {
     constexpr std::size_t kFirstSize = 16;
@@ -115,23 +123,20 @@ bool ObjectTable::Add(long id, CPipeObject* object)
 {
     const std::int32_t listed = Id32(id);
     if (!object || object->m_table || listed >= kIdLimit || IsOnIdList(listed)) return false;
-    if (object->m_isRetired) {
-        m_retired.erase(std::remove(m_retired.begin(), m_retired.end(), object), m_retired.end());
-        object->m_isRetired = false;
-    }
+    const auto retired = std::find(m_retired.begin(), m_retired.end(), object->m_isRetired ? object : nullptr);
+    if (object->m_isRetired && retired == m_retired.end()) return false; // another manager keeps it
+    if (listed != object->m_id) MakeRoomForShift(listed, object->m_id);
     const auto position = static_cast<std::uint32_t>(m_live.size());
     m_live.push_back(nullptr);
     try {
         Attach(object, position);
-        if (listed != object->m_id) {
-            ShiftIdList(listed, 1);
-            ShiftIdList(object->m_id, -1);
-        }
     } catch (...) {
-        if (m_live.back()) Detach(*object);
         m_live.pop_back();
         throw;
     }
+    if (listed != object->m_id) ShiftIdList(listed, object->m_id);
+    if (object->m_isRetired) m_retired.erase(retired);
+    object->m_isRetired = false;
     return true;
 }
 
@@ -139,17 +144,22 @@ bool ObjectTable::Remove(CPipeObject* object)
 {
     if (!object) return false;
     const std::int32_t id = object->m_id;
-    if (m_byId.Find(id) == IdIndex::kNone) AfxThrowInvalidArgException();
-    // Every object with the id goes, and for each one entry of the id list, if there is one.
-    for (std::uint32_t at = m_byId.Find(id); at != IdIndex::kNone; at = m_byId.Find(id)) {
-        CPipeObject& removed = *m_live[at];
-        BeforeChange(removed);
-        m_retired.reserve(m_retired.size() + 1);
-        const bool wasListed = IsOnIdList(id);
+    const std::size_t count = CountOfId(id);
+    if (count == 0) AfxThrowInvalidArgException();
+    // First all that may fail, for every object with the id.
+    MakeRoomForRetired(count);
+    BeforeChange(*m_live[m_byId.Find(id)]);
+    if (const auto more = m_moreById.find(id); more != m_moreById.end())
+        for (const std::uint32_t position : more->second)
+            BeforeChange(*m_live[position]);
+    for (std::size_t left = count; left > 0; --left) {
+        CPipeObject& removed = *m_live[m_byId.Find(id)];
         Detach(removed);
-        if (!wasListed) ShiftIdList(id, 1);
         Retire(&removed);
     }
+    // Each took one entry off the id list, as far as there was one.
+    if (const auto delta = m_idListDelta.find(id); delta != m_idListDelta.end() && delta->second <= 0)
+        m_idListDelta.erase(delta);
     CompactIfSparse();
     return true;
 }
@@ -166,21 +176,19 @@ void ObjectTable::Clear()
         // The snapshot outlives the list, so it takes over what it shared with it, and its positions stay taken.
         for (CPipeObject* object : m_live)
             if (object) BeforeChange(*object);
-        for (CPipeObject*& object : m_live) {
-            delete object;
-            object = nullptr;
-        }
+        for (CPipeObject*& object : m_live)
+            delete std::exchange(object, nullptr);
+        m_byId.ClearKeepingRoom(); // an abort must not fail
     } else {
         for (CPipeObject* object : m_live)
             delete object;
         m_live = {};
+        m_byId.Clear();
     }
     m_count = 0;
-    m_byId.Clear();
     m_moreById.clear();
     m_idListDelta.clear();
-    m_indexes.clear();
-    wantsValueChange = false;
+    DropValueIndexes();
     DestroyRetired();
 }
 
@@ -191,6 +199,12 @@ long ObjectTable::MaxId(long atLeast) const
     return atLeast;
 }
 
+void ObjectTable::MakeRoomForRetired(std::size_t count)
+{
+    const std::size_t wanted = m_retired.size() + count;
+    if (wanted > m_retired.capacity()) m_retired.reserve(std::max(wanted, 2 * m_retired.capacity()));
+}
+
 void ObjectTable::Retire(CPipeObject* object)
 {
     if (!object || object->m_isRetired || object->m_table) return;
@@ -198,7 +212,7 @@ void ObjectTable::Retire(CPipeObject* object)
     object->m_isRetired = true;
 }
 
-void ObjectTable::DestroyRetired()
+void ObjectTable::DestroyRetired() noexcept
 {
     for (CPipeObject* object : m_retired)
         delete object;
@@ -215,6 +229,11 @@ std::size_t ObjectTable::NextPosition(std::size_t position) const
 void ObjectTable::Attach(CPipeObject* object, std::uint32_t position)
 {
     IndexId(object->m_id, position);
+    Place(object, position);
+}
+
+void ObjectTable::Place(CPipeObject* object, std::uint32_t position) noexcept
+{
     m_live[position] = object;
     object->m_position = position;
     object->m_table = this;
@@ -223,8 +242,9 @@ void ObjectTable::Attach(CPipeObject* object, std::uint32_t position)
     if (wantsValueChange) AfterValueChange(*object);
 }
 
-void ObjectTable::Detach(CPipeObject& object)
+void ObjectTable::Detach(CPipeObject& object) noexcept
 {
+    if (wantsValueChange) BeforeValueChange(object);
     UnindexId(object.m_id, object.m_position);
     m_live[object.m_position] = nullptr;
     object.m_table = nullptr;
@@ -232,18 +252,22 @@ void ObjectTable::Detach(CPipeObject& object)
     --m_count;
 }
 
-void ObjectTable::CompactIfSparse()
+void ObjectTable::CompactIfSparse() noexcept
 {
     const std::size_t gaps = m_live.size() - m_count;
     if (m_saved || m_walks > 0 || gaps <= kSparse || gaps <= m_count) return;
     m_live.erase(std::remove(m_live.begin(), m_live.end(), nullptr), m_live.end());
-    m_byId.Clear();
-    m_moreById.clear();
-    m_indexes.clear();
-    wantsValueChange = false;
+    DropValueIndexes();
+    // The order stays, and no position grows: a position that was moved already is never taken for an old one.
     for (std::size_t i = 0; i < m_live.size(); ++i) {
-        m_live[i]->m_position = static_cast<std::uint32_t>(i);
-        IndexId(m_live[i]->m_id, static_cast<std::uint32_t>(i));
+        CPipeObject& object = *m_live[i];
+        const std::uint32_t from = std::exchange(object.m_position, static_cast<std::uint32_t>(i));
+        if (m_byId.Find(object.m_id) == from) {
+            m_byId.Replace(object.m_id, object.m_position);
+        } else {
+            std::vector<std::uint32_t>& more = m_moreById.find(object.m_id)->second;
+            *std::lower_bound(more.begin(), more.end(), from) = object.m_position;
+        }
     }
 }
 
@@ -256,13 +280,18 @@ void ObjectTable::IndexId(std::int32_t id, std::uint32_t position)
         m_byId.Insert(id, position);
         return;
     }
-    std::vector<std::uint32_t>& more = m_moreById[id];
+    const auto [more, isNew] = m_moreById.try_emplace(id);
     const std::uint32_t later = std::max(first, position);
-    more.insert(std::upper_bound(more.begin(), more.end(), later), later);
+    try {
+        more->second.insert(std::upper_bound(more->second.begin(), more->second.end(), later), later);
+    } catch (...) {
+        if (isNew) m_moreById.erase(more);
+        throw;
+    }
     if (position < first) m_byId.Replace(id, position);
 }
 
-void ObjectTable::UnindexId(std::int32_t id, std::uint32_t position)
+void ObjectTable::UnindexId(std::int32_t id, std::uint32_t position) noexcept
 {
     const auto more = m_moreById.find(id);
     if (more == m_moreById.end()) {
@@ -274,7 +303,7 @@ void ObjectTable::UnindexId(std::int32_t id, std::uint32_t position)
         m_byId.Replace(id, positions.front());
         positions.erase(positions.begin());
     } else {
-        positions.erase(std::find(positions.begin(), positions.end(), position));
+        positions.erase(std::lower_bound(positions.begin(), positions.end(), position));
     }
     if (positions.empty()) m_moreById.erase(more);
 }
@@ -293,33 +322,62 @@ bool ObjectTable::IsOnIdList(std::int32_t id) const
     return listed > 0;
 }
 
-void ObjectTable::ShiftIdList(std::int32_t id, int by)
+void ObjectTable::MakeRoomForShift(std::int32_t added, std::int32_t removed)
 {
-    const auto delta = m_idListDelta.try_emplace(id, 0).first;
-    delta->second += by;
-    if (delta->second == 0) m_idListDelta.erase(delta);
+    m_idListDelta.try_emplace(added, 0);
+    m_idListDelta.try_emplace(removed, 0);
 }
 
-void ObjectTable::AfterIdChange(CPipeObject& object, std::int32_t oldId)
+// The id list has `added` once more, and `removed` once less, than the objects say.
+void ObjectTable::ShiftIdList(std::int32_t added, std::int32_t removed) noexcept
 {
+    const auto shift = [this](std::int32_t id, int by) {
+        const auto delta = m_idListDelta.find(id);
+        delta->second += by;
+        if (delta->second == 0) m_idListDelta.erase(delta);
+    };
+    shift(added, 1);
+    shift(removed, -1);
+}
+
+void ObjectTable::ChangeId(CPipeObject& object, std::int32_t id)
+{
+    const std::int32_t oldId = object.m_id;
+    MakeRoomForShift(oldId, id);
+    IndexId(id, object.m_position);
     UnindexId(oldId, object.m_position);
-    IndexId(object.m_id, object.m_position);
-    ShiftIdList(oldId, 1);
-    ShiftIdList(object.m_id, -1);
+    object.m_id = id;
+    ShiftIdList(oldId, id);
 }
 
 // ---- queries ----
 
-void ObjectTable::AfterValueChange(CPipeObject& object)
+void ObjectTable::AfterValueChange(CPipeObject& object) noexcept
 {
     try {
         for (const auto& index : m_indexes)
-            Note(*index, HashOf(*index, object), object.m_position);
-    } catch (const std::bad_alloc&) {
+            Note(*index, HashOf(*index, object), object);
+        // So many positions that no longer fit cost more than building the index anew.
+        constexpr std::size_t kMostPerObject = 4;
+        constexpr std::size_t kAlways = 1024;
+        const auto isWorn = [&](const auto& index) { return index->noted > kMostPerObject * m_count + kAlways; };
+        if (std::any_of(m_indexes.begin(), m_indexes.end(), isWorn)) DropValueIndexes();
+    } catch (...) {
         // An index that misses an object would change results; without one, the next query builds it anew.
-        m_indexes.clear();
-        wantsValueChange = false;
+        DropValueIndexes();
     }
+}
+
+void ObjectTable::BeforeValueChange(CPipeObject& object) noexcept
+{
+    for (const auto& index : m_indexes)
+        if (PositionMap::Slot* const slot = index->positions.Find(HashOf(*index, object))) slot->isDoubtful = true;
+}
+
+void ObjectTable::DropValueIndexes() noexcept
+{
+    m_indexes.clear();
+    wantsValueChange = false;
 }
 
 std::uint64_t ObjectTable::HashOf(const ValueIndex& index, const CPipeObject& object) const
@@ -331,66 +389,97 @@ std::uint64_t ObjectTable::HashOf(const ValueIndex& index, const CPipeObject& ob
     }
 }
 
-void ObjectTable::Note(ValueIndex& index, std::uint64_t hash, std::uint32_t position)
+void ObjectTable::Note(ValueIndex& index, std::uint64_t hash, const CPipeObject& object)
 {
-    std::vector<std::uint32_t>& positions = index.positions[hash];
-    if (positions.empty() || positions.back() < position) {
-        positions.push_back(position);
+    const PositionMap::Entry entry{object.m_position, object.m_id};
+    std::vector<PositionMap::Entry>& entries = index.positions.Get(hash).entries;
+    if (entries.empty() || entries.back().position < entry.position) {
+        entries.push_back(entry);
+        ++index.noted;
         return;
     }
-    const auto place = std::lower_bound(positions.begin(), positions.end(), position);
-    if (place == positions.end() || *place != position) positions.insert(place, position);
+    const auto isBefore = [](const PositionMap::Entry& a, const PositionMap::Entry& b) {
+        return a.position < b.position;
+    };
+    const auto place = std::lower_bound(entries.begin(), entries.end(), entry, isBefore);
+    if (place != entries.end() && place->position == entry.position) {
+        place->id = entry.id;
+        return;
+    }
+    entries.insert(place, entry);
+    ++index.noted;
+}
+
+// Takes out what no longer fits and brings the ids up to date.
+void ObjectTable::Refresh(ValueIndex& index, PositionMap::Slot& slot, std::uint64_t hash) const
+{
+    const auto isStale = [&](PositionMap::Entry& entry) {
+        const CPipeObject* const object = At(entry.position);
+        if (!object || HashOf(index, *object) != hash) return true;
+        entry.id = object->m_id;
+        return false;
+    };
+    const auto last = std::remove_if(slot.entries.begin(), slot.entries.end(), isStale);
+    index.noted -= static_cast<std::size_t>(slot.entries.end() - last);
+    slot.entries.erase(last, slot.entries.end());
+    slot.isDoubtful = false;
 }
 
 ObjectTable::ValueIndex& ObjectTable::IndexFor(ValueIndex::Kind kind, std::uint32_t field) const
 {
     for (const auto& index : m_indexes)
         if (index->kind == kind && index->field == field) return *index;
-    auto index = std::make_unique<ValueIndex>(ValueIndex{kind, field, {}});
+    auto index = std::make_unique<ValueIndex>(ValueIndex{kind, field, {}, 0});
     for (std::size_t i = 0; i < m_live.size(); ++i)
-        if (m_live[i]) Note(*index, HashOf(*index, *m_live[i]), static_cast<std::uint32_t>(i));
+        if (m_live[i]) Note(*index, HashOf(*index, *m_live[i]), *m_live[i]);
     m_indexes.push_back(std::move(index));
     const_cast<ObjectTable*>(this)->wantsValueChange = true;
     return *m_indexes.back();
 }
 
-template <class Fits>
-void ObjectTable::Query(ValueIndex::Kind kind, std::uint32_t field, std::uint64_t hash, Fits&& fits,
-                        const Visitor& visit) const
+template <class Fits, class Visit>
+void ObjectTable::Query(ValueIndex::Kind kind, std::uint32_t field, std::uint64_t hash, Fits&& fits, Visit&& visit,
+                        bool firstOnly) const
 {
     ValueIndex& index = IndexFor(kind, field);
-    const auto found = index.positions.find(hash);
-    if (found == index.positions.end()) return;
-    std::vector<std::uint32_t>& positions = found->second;
-    const auto isStale = [&](std::uint32_t position) {
-        const CPipeObject* const object = At(position);
-        return !object || HashOf(index, *object) != hash;
-    };
+    PositionMap::Slot* const slot = index.positions.Find(hash);
+    if (!slot) return;
+    if (slot->isDoubtful) Refresh(index, *slot, hash);
     // A visitor may change the table: it gets the objects as they were when the query began.
-    std::vector<CPipeObject*> hits;
-    bool hasStale = false;
-    for (const std::uint32_t position : positions) {
-        CPipeObject* const object = At(position);
-        if (object && fits(*object))
-            hits.push_back(object);
-        else
-            hasStale = true;
+    constexpr std::size_t kFew = 16;
+    std::array<CPipeObject*, kFew> few{};
+    std::vector<CPipeObject*> many;
+    std::size_t hits = 0;
+    if (!firstOnly && slot->entries.size() > kFew) many.resize(slot->entries.size());
+    CPipeObject** const found = many.empty() ? few.data() : many.data();
+    for (const PositionMap::Entry entry : slot->entries) {
+        CPipeObject* const object = m_live[entry.position];
+        if (!fits(*object)) continue;
+        found[hits++] = object;
+        if (firstOnly) break;
     }
-    if (hasStale) positions.erase(std::remove_if(positions.begin(), positions.end(), isStale), positions.end());
-    if (positions.empty()) index.positions.erase(found);
-    for (CPipeObject* object : hits)
-        if (!visit(*object)) return;
+    for (std::size_t i = 0; i < hits; ++i)
+        if (!visit(*found[i])) return;
 }
 
-void ObjectTable::VisitByLink(int link, std::int32_t id, const Visitor& visit) const
+void ObjectTable::AppendIdsByLink(int link, std::int32_t id, CList<long, long>& ids) const
+{
+    ValueIndex& index = IndexFor(ValueIndex::Kind::Link, static_cast<std::uint32_t>(link));
+    PositionMap::Slot* const slot = index.positions.Find(HashOfNumber(id));
+    if (!slot) return;
+    if (slot->isDoubtful) Refresh(index, *slot, HashOfNumber(id));
+    for (const PositionMap::Entry entry : slot->entries)
+        ids.AddTail(entry.id);
+}
+
+void ObjectTable::VisitByLink(int link, std::int32_t id, Visitor visit) const
 {
     const auto field = static_cast<std::uint32_t>(link);
     Query(
-        ValueIndex::Kind::Link, field, HashOfNumber(id), [&](const CPipeObject& o) { return o.Links()[field] == id; },
-        visit);
+        ValueIndex::Kind::Link, field, HashOfNumber(id), [](const CPipeObject&) { return true; }, visit);
 }
 
-void ObjectTable::VisitByText(const wchar_t* key, std::wstring_view text, const Visitor& visit) const
+void ObjectTable::VisitByText(const wchar_t* key, std::wstring_view text, Visitor visit) const
 {
     const KeyId field = InternKey(key);
     const Utf8Buffer utf8(text);
@@ -399,17 +488,32 @@ void ObjectTable::VisitByText(const wchar_t* key, std::wstring_view text, const 
         [&](const CPipeObject& o) { return o.GetAttributes().Find(field) == utf8.View(); }, visit);
 }
 
-void ObjectTable::VisitByNumber(const wchar_t* key, long number, const Visitor& visit) const
+CPipeObject* ObjectTable::FirstByText(const wchar_t* key, std::wstring_view text) const
+{
+    const KeyId field = InternKey(key);
+    const Utf8Buffer utf8(text);
+    CPipeObject* first = nullptr;
+    Query(
+        ValueIndex::Kind::Text, field, HashOfText(utf8.View()),
+        [&](const CPipeObject& o) { return o.GetAttributes().Find(field) == utf8.View(); },
+        [&](CPipeObject& object) {
+            first = &object;
+            return false;
+        },
+        true);
+    return first;
+}
+
+void ObjectTable::VisitByNumber(const wchar_t* key, long number, Visitor visit) const
 {
     const KeyId field = InternKey(key);
     Query(
-        ValueIndex::Kind::Number, field, HashOfNumber(number),
-        [&](const CPipeObject& o) { return ToLong(o.GetAttributes().Find(field)) == number; }, visit);
+        ValueIndex::Kind::Number, field, HashOfNumber(Id32(number)), [](const CPipeObject&) { return true; }, visit);
 }
 
 // ---- transactions ----
 
-void ObjectTable::WatchChanges()
+void ObjectTable::WatchChanges() noexcept
 {
     wantsBeforeChange = m_saved.has_value();
 }
@@ -417,7 +521,7 @@ void ObjectTable::WatchChanges()
 void ObjectTable::Begin()
 {
     if (m_transactionCount == 0) {
-        m_saved.emplace(Snapshot{static_cast<std::uint32_t>(m_live.size()), {}, m_idListDelta});
+        m_saved.emplace(Snapshot{static_cast<std::uint32_t>(m_live.size()), {}, m_moreById, m_idListDelta});
         WatchChanges();
     }
     ++m_transactionCount;
@@ -430,7 +534,7 @@ void ObjectTable::BeforeChange(CPipeObject& object)
     object.m_isSaved = true;
 }
 
-void ObjectTable::Commit()
+void ObjectTable::Commit() noexcept
 {
     if (--m_transactionCount != 0) return;
     if (m_saved) {
@@ -443,10 +547,9 @@ void ObjectTable::Commit()
     CompactIfSparse();
 }
 
-void ObjectTable::Abort()
+void ObjectTable::Abort() noexcept
 {
-    if (--m_transactionCount != 0) return;
-    if (!m_saved) return;
+    if (--m_transactionCount != 0 || !m_saved) return;
     // Nothing below may note changes any more.
     Snapshot saved = std::move(*m_saved);
     m_saved.reset();
@@ -460,12 +563,18 @@ void ObjectTable::Abort()
     for (std::size_t position = saved.size; position < m_live.size(); ++position)
         destroy(position);
     m_live.resize(saved.size, nullptr);
-    for (auto& [position, copy] : saved.before)
+    for (const auto& [position, copy] : saved.before)
         destroy(position);
+    // What is left was not touched. The index by id had room for all of the snapshot's ids and has kept it.
     for (auto& [position, copy] : saved.before) {
-        Attach(copy.get(), position);
-        copy.release();
+        const std::uint32_t first = m_byId.Find(copy->m_id);
+        if (first == IdIndex::kNone)
+            m_byId.Insert(copy->m_id, position);
+        else if (position < first)
+            m_byId.Replace(copy->m_id, position);
+        Place(copy.release(), position);
     }
+    m_moreById = std::move(saved.moreById);
     m_idListDelta = std::move(saved.idListDelta);
     CompactIfSparse();
 }

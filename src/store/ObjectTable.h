@@ -6,14 +6,16 @@
 #pragma once
 
 #include "common/Export.h"
+#include "common/FunctionRef.h"
 #include "objects/PipeObject.h"
+#include "store/PositionMap.h"
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 class CDlgProgress;
@@ -29,8 +31,9 @@ public:
     std::uint32_t Find(std::int32_t id) const;
     void Insert(std::int32_t id, std::uint32_t position);  // the id is not in it
     void Replace(std::int32_t id, std::uint32_t position); // the id is in it
-    void Erase(std::int32_t id);
+    void Erase(std::int32_t id);                           // the id is in it
     void Clear();
+    void ClearKeepingRoom();
 
 private:
     struct Slot {
@@ -52,6 +55,29 @@ public:
     ObjectTable& operator=(const ObjectTable&) = delete;
     virtual ~ObjectTable();
 
+    // While one exists, positions stay as they are.
+    class Walk {
+    public:
+        Walk() = default;
+        explicit Walk(const ObjectTable* table) : m_table(table) { ++m_table->m_walks; }
+        Walk(const Walk& other) : m_table(other.m_table)
+        {
+            if (m_table) ++m_table->m_walks;
+        }
+        Walk& operator=(Walk other)
+        {
+            std::swap(m_table, other.m_table);
+            return *this;
+        }
+        ~Walk()
+        {
+            if (m_table) --m_table->m_walks;
+        }
+
+    private:
+        const ObjectTable* m_table = nullptr;
+    };
+
     // ---- the list ----
     bool Add(long id, CPipeObject* object);
     bool Remove(CPipeObject* object);
@@ -63,13 +89,15 @@ public:
     long MaxId(long atLeast) const;
     // Makes the id list that Add consults the list of the objects' present ids.
     void ResetIdList() { m_idListDelta.clear(); }
-    // Keeps an object until the next commit, unless the table keeps or holds it already.
+    // Keeps an object until the next commit, unless a table keeps or holds it already. Does not fail when there was
+    // room made for it.
     void Retire(CPipeObject* object);
+    void MakeRoomForRetired(std::size_t count);
 
     // Walks the list in its order. What is added during the walk is walked too, what is removed is not.
     template <class Visit> void ForEach(Visit&& visit) const
     {
-        const Walk walk(*this);
+        const Walk walk(this);
         for (std::size_t i = 0; i < m_live.size(); ++i)
             if (CPipeObject* const object = m_live[i]) visit(*object);
     }
@@ -81,70 +109,70 @@ public:
     bool IsBefore(const CPipeObject& a, const CPipeObject& b) const { return a.m_position < b.m_position; }
 
     // ---- queries by link or value, in list order ----
-    using Visitor = std::function<bool(CPipeObject&)>; // false ends the query
-    void VisitByLink(int link, std::int32_t id, const Visitor& visit) const;
+    using Visitor = FunctionRef<bool(CPipeObject&)>; // false ends the query
+    void VisitByLink(int link, std::int32_t id, Visitor visit) const;
+    // Appends the ids alone, without a look at the objects.
+    void AppendIdsByLink(int link, std::int32_t id, CList<long, long>& ids) const;
     // An absent key reads as the empty text.
-    void VisitByText(const wchar_t* key, std::wstring_view text, const Visitor& visit) const;
+    void VisitByText(const wchar_t* key, std::wstring_view text, Visitor visit) const;
+    CPipeObject* FirstByText(const wchar_t* key, std::wstring_view text) const;
     // The value read as an integer, 0 for an absent key.
-    void VisitByNumber(const wchar_t* key, long number, const Visitor& visit) const;
+    void VisitByNumber(const wchar_t* key, long number, Visitor visit) const;
 
     // ---- transactions ----
     void Begin();
-    void Commit();
-    void Abort();
+    void Commit() noexcept;
+    void Abort() noexcept;
     unsigned TransactionCount() const { return m_transactionCount; }
     // How many objects wait to be destroyed; how many have a copy from before the transaction. For tests.
     std::size_t RetiredCount() const { return m_retired.size(); }
     std::size_t SavedCount() const { return m_saved ? m_saved->before.size() : 0; }
 
     void BeforeChange(CPipeObject& object) override;
-    void AfterIdChange(CPipeObject& object, std::int32_t oldId) override;
-    void AfterValueChange(CPipeObject& object) override;
+    void BeforeValueChange(CPipeObject& object) noexcept override;
+    void ChangeId(CPipeObject& object, std::int32_t id) override;
+    void AfterValueChange(CPipeObject& object) noexcept override;
 
 private:
-    // While one exists, positions stay as they are.
-    class Walk {
-    public:
-        explicit Walk(const ObjectTable& table) : m_table(table) { ++m_table.m_walks; }
-        ~Walk() { --m_table.m_walks; }
-        Walk(const Walk&) = delete;
-        Walk& operator=(const Walk&) = delete;
-
-    private:
-        const ObjectTable& m_table;
-    };
-
     // One query's index: the key of each object, hashed, to the positions that had it. Positions that no longer fit
     // are left in place and drop out when the key is next asked for.
     struct ValueIndex {
         enum class Kind { Link, Text, Number } kind;
         std::uint32_t field; // link number or key
-        std::unordered_map<std::uint64_t, std::vector<std::uint32_t>> positions;
+        PositionMap positions;
+        std::size_t noted = 0; // positions put in, those that no longer fit included
     };
     // What the outermost begin noted. An object gets its copy in `before` only when it is first changed or removed:
     // the rest of the list is its own snapshot.
     struct Snapshot {
         std::uint32_t size; // positions below it belong to the snapshot
         std::unordered_map<std::uint32_t, std::unique_ptr<CPipeObject>> before;
+        std::unordered_map<std::int32_t, std::vector<std::uint32_t>> moreById;
         std::unordered_map<std::int32_t, int> idListDelta;
     };
 
+    // What may fail fails before it has changed anything; the rest is noexcept.
     void Attach(CPipeObject* object, std::uint32_t position);
-    void Detach(CPipeObject& object);
+    void Place(CPipeObject* object, std::uint32_t position) noexcept;
+    void Detach(CPipeObject& object) noexcept;
     void IndexId(std::int32_t id, std::uint32_t position);
-    void UnindexId(std::int32_t id, std::uint32_t position);
+    void UnindexId(std::int32_t id, std::uint32_t position) noexcept;
     std::size_t CountOfId(std::int32_t id) const;
     bool IsOnIdList(std::int32_t id) const;
-    void ShiftIdList(std::int32_t id, int by);
-    void CompactIfSparse();
-    void DestroyRetired();
-    void WatchChanges();
+    void MakeRoomForShift(std::int32_t added, std::int32_t removed);
+    void ShiftIdList(std::int32_t added, std::int32_t removed) noexcept;
+    void CompactIfSparse() noexcept;
+    void DropValueIndexes() noexcept;
+    void DestroyRetired() noexcept;
+    void WatchChanges() noexcept;
 
     std::uint64_t HashOf(const ValueIndex& index, const CPipeObject& object) const;
     ValueIndex& IndexFor(ValueIndex::Kind kind, std::uint32_t field) const;
-    static void Note(ValueIndex& index, std::uint64_t hash, std::uint32_t position);
-    template <class Fits>
-    void Query(ValueIndex::Kind kind, std::uint32_t field, std::uint64_t hash, Fits&& fits, const Visitor& visit) const;
+    static void Note(ValueIndex& index, std::uint64_t hash, const CPipeObject& object);
+    void Refresh(ValueIndex& index, PositionMap::Slot& slot, std::uint64_t hash) const;
+    template <class Fits, class Visit>
+    void Query(ValueIndex::Kind kind, std::uint32_t field, std::uint64_t hash, Fits&& fits, Visit&& visit,
+               bool firstOnly = false) const;
 
     std::vector<CPipeObject*> m_live; // owned; null where an object was removed
     std::size_t m_count = 0;

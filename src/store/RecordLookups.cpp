@@ -13,12 +13,7 @@ namespace {
 // The first object in list order whose key has the text, or null.
 CPipeObject* FirstWithText(const obmgr::ObjectTable& table, const wchar_t* key, const CString& text)
 {
-    CPipeObject* first = nullptr;
-    table.VisitByText(key, text.View(), [&](CPipeObject& object) {
-        first = &object;
-        return false;
-    });
-    return first;
+    return table.FirstByText(key, text.View());
 }
 
 CString TagOf(objectdata::OBJECTTYPE type)
@@ -140,6 +135,7 @@ bool CObjectManager::GetPipeInfo(const CString& name, double* height, double* wi
 {
     for (double* output : {height, width, topThick, bottomThick, base})
         if (output) *output = 0.0;
+    type.Empty();
     CPipeSection* section = nullptr;
     if (GetSectRecId(name, type, &section) == 0) return false;
     const auto kind = std::find_if(std::begin(obmgr::kSectionKinds), std::end(obmgr::kSectionKinds),
