@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <string_view>
 
 namespace {
@@ -70,13 +71,10 @@ double orn_round_double(double value, int digits, int mode)
     if (whole == 0) return 0;
 
     char text[64];
-    char* end = text;
-    if (value < 0) *end++ = '-';
-    end = std::to_chars(end, text + sizeof text, whole).ptr;
-    *end++ = 'e';
-    end = std::to_chars(end, text + sizeof text, -static_cast<long>(digits)).ptr;
+    const int length = std::snprintf(text, sizeof text, "%s%llde%ld", value < 0 ? "-" : "",
+                                     static_cast<long long>(whole), -static_cast<long>(digits));
     double rounded = value; // stays when the result is out of range
-    std::from_chars(text, end, rounded);
+    std::from_chars(text, text + length, rounded);
     return rounded;
 }
 

@@ -18,16 +18,24 @@ constexpr int kBarWidth = 24;
 constexpr int kPercentWidth = 6; // "] 100%"
 constexpr int kLeastTitle = 8;
 
+bool isControl(wchar_t c)
+{
+    return (c >= 0 && c < 0x20) || (c >= 0x7F && c < 0xA0);
+}
+
+// Texts may come from any file: what could steer the terminal is left out.
 void print(std::FILE* stream, const CString& text)
 {
-    const std::string bytes = ToUtf8(text.View());
+    std::wstring shown(text.View());
+    std::erase_if(shown, [](wchar_t c) { return isControl(c) && c != L'\n' && c != L'\r' && c != L'\t'; });
+    const std::string bytes = ToUtf8(shown);
     std::fwrite(bytes.data(), 1, bytes.size(), stream);
 }
 
 // Columns that a character takes on a terminal: two for the wide letters of East Asia, none for control characters.
 int columnsOf(wchar_t c)
 {
-    if (c < 0x20 || c == 0x7F) return 0;
+    if (isControl(c)) return 0;
     const bool isWide = (c >= 0x1100 && c <= 0x115F) || (c >= 0x2E80 && c <= 0xA4CF) || (c >= 0xAC00 && c <= 0xD7A3) ||
                         (c >= 0xF900 && c <= 0xFAFF) || (c >= 0xFE30 && c <= 0xFE6F) || (c >= 0xFF00 && c <= 0xFF60) ||
                         (c >= 0xFFE0 && c <= 0xFFE6) || (c >= 0x1F300 && c <= 0x1FAFF) ||
@@ -35,8 +43,7 @@ int columnsOf(wchar_t c)
     return isWide ? 2 : 1;
 }
 
-// The text in exactly `columns` columns: cut or filled with blanks. Control characters, which could steer the
-// terminal, are left out.
+// The text in exactly `columns` columns: cut or filled with blanks. Line ends are left out, too.
 CString fitted(const CString& text, int columns)
 {
     CString result;
