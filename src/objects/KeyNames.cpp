@@ -10,6 +10,7 @@
 #include <mutex>
 #include <stdexcept>
 #include <vector>
+#include <xercesc/util/XMLChar.hpp>
 
 namespace obmgr {
 namespace {
@@ -18,28 +19,16 @@ namespace {
 constexpr std::uint32_t kFirstBlock = 256;
 constexpr std::size_t kBlocks = 24;
 
-bool StartsXmlName(char32_t c)
-{
-    return c == ':' || c == '_' || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= 0xC0 && c <= 0xD6) ||
-           (c >= 0xD8 && c <= 0xF6) || (c >= 0xF8 && c <= 0xFF) || (c >= 0x3041 && c <= 0x3094) ||
-           (c >= 0x30A1 && c <= 0x30FA) || (c >= 0x4E00 && c <= 0x9FA5) || (c >= 0xAC00 && c <= 0xD7A3);
-}
-
-bool ContinuesXmlName(char32_t c)
-{
-    return StartsXmlName(c) || c == '-' || c == '.' || (c >= '0' && c <= '9') || c == 0x30FC;
-}
-
-// Narrower than the rule of XML, so that what passes is a name to every reader.
+// By the parser's own tables: what it reads as a name can be written, and what is written it will read.
 bool IsXmlName(std::string_view utf8)
 {
-    std::size_t at = 0;
-    while (at < utf8.size()) {
-        const bool first = at == 0;
+    std::u16string name;
+    for (std::size_t at = 0; at < utf8.size();) {
         const char32_t c = DecodeUtf8(utf8, at);
-        if (first ? !StartsXmlName(c) : !ContinuesXmlName(c)) return false;
+        if (c > 0xFFFF) return false;
+        name.push_back(static_cast<char16_t>(c));
     }
-    return !utf8.empty();
+    return xercesc::XMLChar1_0::isValidName(name.data(), name.size());
 }
 
 // One code point after the other, so that both forms of a key give the same.

@@ -86,6 +86,9 @@ public:
     CProject* GetProjectObjectOriginal(long id) const;
     // The first project; null when there is none.
     CProject* GetProjectObjectOriginal() const;
+    // The routes of a web, the spans of a route, in table order. False when the table is empty or `ids` stays empty.
+    bool GetRouteIdList(long webId, CList<long, long>& ids) const;
+    bool GetSpanIdList(long routeId, CList<long, long>& ids) const;
     // Crossing points whose first or second id is the route.
     bool GetIntPosIdList(long routeId, CList<long, long>& ids) const;
     bool GetProfilelayoutObjectAll(CTypedPtrList<CObList, CProfilelayout*>& objects) const;

@@ -53,6 +53,22 @@ CProject* CObjectManager::GetProjectObjectOriginal() const
     return static_cast<CProject*>(m_Project.Untyped().First());
 }
 
+bool CObjectManager::GetRouteIdList(long webId, CList<long, long>& ids) const
+{
+    if (m_Route.IsEmpty()) return false;
+    constexpr int kWebLink = 0;
+    m_Route.Untyped().AppendIdsByLink(kWebLink, obmgr::Id32(webId), ids);
+    return !ids.IsEmpty();
+}
+
+bool CObjectManager::GetSpanIdList(long routeId, CList<long, long>& ids) const
+{
+    if (m_Span.IsEmpty()) return false;
+    constexpr int kRouteLink = 2;
+    m_Span.Untyped().AppendIdsByLink(kRouteLink, obmgr::Id32(routeId), ids);
+    return !ids.IsEmpty();
+}
+
 bool CObjectManager::GetIntPosIdList(long routeId, CList<long, long>& ids) const
 {
     const obmgr::ObjectTable& table = m_IntPos.Untyped();
