@@ -1,0 +1,15 @@
+#include "Commands.h"
+
+namespace obmgr::tool {
+
+std::vector<std::unique_ptr<Command>> AllCommands()
+{
+    using Factory = std::unique_ptr<Command> (*)();
+    constexpr Factory factories[] = {MakeInfoCommand, MakeListCommand, MakeShowCommand, MakeConvertCommand};
+    std::vector<std::unique_ptr<Command>> commands;
+    for (const Factory make : factories)
+        commands.push_back(make());
+    return commands;
+}
+
+} // namespace obmgr::tool
