@@ -5,6 +5,10 @@
 #include <bit>
 #include <cstring>
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 #include "framework/File.h"
 #include "framework/Utf8.h"
 
@@ -46,6 +50,14 @@ struct Utf16Encoder {
     const char* EndOfPlain(const char* position, const char* end) const noexcept { return endOfAscii(position, end); }
     void CopyPlain(char* out, const char* text, std::size_t count) const noexcept
     {
+#ifdef __SSE2__
+        for (; count >= 16; count -= 16, text += 16, out += 32) {
+            const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
+            const __m128i zero = _mm_setzero_si128();
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_unpacklo_epi8(bytes, zero));
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 16), _mm_unpackhi_epi8(bytes, zero));
+        }
+#endif
         if constexpr (std::endian::native == std::endian::little) {
             for (; count >= 4; count -= 4, text += 4, out += 8) {
                 std::uint32_t four = 0;

@@ -1,6 +1,6 @@
 #include "objects/KeyNames.h"
 
-#include "common/Utf8.h"
+#include "common/LosslessUtf8.h"
 
 #include <algorithm>
 #include <array>
@@ -24,7 +24,7 @@ bool IsXmlName(std::string_view utf8)
 {
     std::u16string name;
     for (std::size_t at = 0; at < utf8.size();) {
-        const char32_t c = DecodeUtf8(utf8, at);
+        const char32_t c = DecodeLossless(utf8, at);
         if (c > 0xFFFF) return false;
         name.push_back(static_cast<char16_t>(c));
     }
@@ -50,7 +50,7 @@ std::uint64_t HashOf(std::string_view utf8)
 {
     std::uint64_t hash = kHashStart;
     for (std::size_t at = 0; at < utf8.size();)
-        hash = Hashed(hash, DecodeUtf8(utf8, at));
+        hash = Hashed(hash, DecodeLossless(utf8, at));
     return hash;
 }
 
@@ -141,7 +141,7 @@ private:
     Entry MakeEntry(std::wstring_view key) const
     {
         std::string utf8;
-        AppendUtf8(utf8, key);
+        AppendLossless(utf8, key);
         return MakeEntry(std::move(utf8));
     }
     Entry MakeEntry(std::string_view utf8) const { return MakeEntry(std::string(utf8)); }
@@ -153,8 +153,10 @@ private:
         AppendWide(entry.wide, utf8);
         const bool isAscii =
             std::all_of(utf8.begin(), utf8.end(), [](char c) { return static_cast<signed char>(c) > 0; });
-        entry.name = {std::move(utf8), false, isAscii};
-        entry.name.isXmlName = IsXmlName(entry.name.text);
+        entry.name.isXmlName = IsXmlName(utf8);
+        entry.name.isAscii = isAscii;
+        entry.name.opening = "<" + utf8 + " contents=\"";
+        entry.name.text = std::move(utf8);
         return entry;
     }
 

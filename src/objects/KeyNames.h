@@ -15,8 +15,9 @@ namespace obmgr {
 using KeyId = std::uint32_t;
 
 struct KeyName {
-    std::string text; // UTF-8
-    bool isXmlName;   // can stand as an element name in a file
+    std::string text;    // UTF-8
+    std::string opening; // how an element of the key begins in a file, up to its value
+    bool isXmlName;      // can stand as an element name in a file
     bool isAscii;
 };
 

@@ -1,8 +1,8 @@
 #include "objects/PipeObject.h"
 
 #include "common/Id32.h"
+#include "common/LosslessUtf8.h"
 #include "common/Text2Number.h"
-#include "common/Utf8.h"
 #include "objects/UnsetNumber.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "objects/RecordOutput.h"
 
-#include "common/Utf8.h"
+#include "common/LosslessUtf8.h"
 #include "framework/File.h"
 #include "objects/FileProfile.h"
 #include "objects/PipeObject.h"
@@ -48,86 +48,118 @@ std::string_view EscapeOf(char c)
     default: return "&#13;";
     }
 }
+constexpr std::size_t kLongestEscape = 6;
 
 bool IsNoCharacter(std::string_view value, std::size_t at)
 {
-    const char32_t c = DecodeUtf8(value, at);
+    const char32_t c = DecodeLossless(value, at);
     return (c >= 0xD800 && c <= 0xDFFF) || c == 0xFFFE || c == 0xFFFF;
 }
 
-// Appends the value as it may stand between double quotes, so that a reader gets back exactly the same text. False
-// for a text with a character that no XML file can hold.
-bool AppendEscaped(std::string& out, std::string_view value)
-{
-    std::size_t written = 0;
-    for (std::size_t at = 0; at < value.size(); ++at) {
-        const auto kind = kByteKinds[static_cast<unsigned char>(value[at])];
-        if (kind == Plain) continue;
-        if (kind == Control || (kind == Suspect && IsNoCharacter(value, at))) return false;
-        if (kind == Suspect) continue;
-        out.append(value, written, at - written);
-        out += EscapeOf(value[at]);
-        written = at + 1;
-    }
-    out.append(value, written, value.size() - written);
-    return true;
-}
-
-void AppendNumber(std::string& out, std::int32_t number)
-{
-    char digits[16];
-    const auto end = std::to_chars(digits, digits + sizeof digits, number).ptr;
-    out.append(digits, end);
-}
-
-// One element being put together. It goes to the file in one piece and only when all of it can be written.
+// One element being put together, in a buffer that the thread keeps. It goes to the file in one piece and only when
+// all of it can be written.
 class Element {
 public:
     Element(CStdioFile& file, std::string_view tag, std::int32_t id) : m_file(file), m_tag(tag), m_id(id)
     {
-        m_text.clear();
-        m_text += '<';
-        m_text += tag;
+        m_text.size = 0;
+        Append("<");
+        Append(tag);
     }
 
     void Attribute(std::string_view name, std::int32_t value)
     {
-        m_text += ' ';
-        m_text += name;
-        m_text += "=\"";
-        AppendNumber(m_text, value);
-        m_text += '"';
+        Append(" ");
+        Append(name);
+        Append("=\"");
+        AppendNumber(value);
+        Append("\"");
     }
 
-    void BeginChildren() { m_text += ">\n"; }
+    void BeginChildren() { Append(">\n"); }
 
     bool Child(const KeyName& key, std::string_view value)
     {
+        constexpr std::string_view kEnd = "\"/>\n";
         if (!key.isXmlName || (!key.isAscii && !CanEncode(key.text)))
             return Fail(key.text, "is no name that the file can hold");
-        m_text += '<';
-        m_text += key.text;
-        m_text += " contents=\"";
-        if (!AppendEscaped(m_text, value)) return Fail(key.text, "holds a character that no file can hold");
-        m_text += "\"/>\n";
+        char* out = Room(key.opening.size() + value.size() * kLongestEscape + kEnd.size());
+        out = std::copy(key.opening.begin(), key.opening.end(), out);
+        out = PutEscaped(out, value);
+        if (!out) return Fail(key.text, "holds a character that no file can hold");
+        out = std::copy(kEnd.begin(), kEnd.end(), out);
+        m_text.size = static_cast<std::size_t>(out - m_text.bytes.data());
         return true;
     }
 
     void Write()
     {
-        m_text += "</";
-        m_text += m_tag;
-        m_text += ">\n";
-        m_file.WriteUtf8(m_text);
+        Append("</");
+        Append(m_tag);
+        Append(">\n");
+        m_file.WriteUtf8({m_text.bytes.data(), m_text.size});
         constexpr std::size_t kKeptRoom = 1 << 20;
-        if (m_text.capacity() > kKeptRoom) m_text = {};
+        if (m_text.bytes.size() > kKeptRoom) m_text.bytes = {};
     }
 
 private:
+    struct Text {
+        std::vector<char> bytes;
+        std::size_t size = 0; // how much of the bytes is text
+    };
+
+    static Text& ThreadText()
+    {
+        thread_local Text text;
+        return text;
+    }
+
+    // A place for `count` bytes behind the text.
+    char* Room(std::size_t count)
+    {
+        if (m_text.bytes.size() - m_text.size < count) m_text.bytes.resize((m_text.size + count) * 2);
+        return m_text.bytes.data() + m_text.size;
+    }
+
+    void Append(std::string_view text)
+    {
+        std::copy(text.begin(), text.end(), Room(text.size()));
+        m_text.size += text.size();
+    }
+
+    void AppendNumber(std::int32_t number)
+    {
+        constexpr std::size_t kLongestNumber = 11;
+        char* const out = Room(kLongestNumber);
+        m_text.size += static_cast<std::size_t>(std::to_chars(out, out + kLongestNumber, number).ptr - out);
+    }
+
+    // The value as it may stand between double quotes, so that a reader gets back exactly the same text; the place
+    // behind it. Null for a text with a character that no file can hold.
+    static char* PutEscaped(char* out, std::string_view value)
+    {
+        std::size_t plainFrom = 0;
+        const auto putPlain = [&](std::size_t to) {
+            out = std::copy(value.data() + plainFrom, value.data() + to, out);
+        };
+        for (std::size_t at = 0; at < value.size(); ++at) {
+            const auto kind = kByteKinds[static_cast<unsigned char>(value[at])];
+            if (kind == Plain) continue;
+            if (kind == Control || (kind == Suspect && IsNoCharacter(value, at))) return nullptr;
+            if (kind == Suspect) continue;
+            putPlain(at);
+            const std::string_view escape = EscapeOf(value[at]);
+            out = std::copy(escape.begin(), escape.end(), out);
+            plainFrom = at + 1;
+        }
+        putPlain(value.size());
+        return out;
+    }
+
     bool CanEncode(std::string_view name) const
     {
         for (std::size_t at = 0; at < name.size();)
-            if (!m_file.CanEncode(DecodeUtf8(name, at))) return false;
+            if (!m_file.CanEncode(DecodeLossless(name, at))) return false;
         return true;
     }
 
@@ -135,9 +167,7 @@ private:
     {
         constexpr std::size_t kShownKey = 80;
         std::string line(m_tag);
-        line += " ID=";
-        AppendNumber(line, m_id);
-        line += ": key \"";
+        line += " ID=" + std::to_string(m_id) + ": key \"";
         line.append(key, 0, kShownKey);
         line += "\" ";
         line += reason;
@@ -146,16 +176,10 @@ private:
         return false;
     }
 
-    static std::string& Text()
-    {
-        thread_local std::string text;
-        return text;
-    }
-
     CStdioFile& m_file;
     std::string_view m_tag;
     std::int32_t m_id;
-    std::string& m_text = Text();
+    Text& m_text = ThreadText();
 };
 
 constexpr std::string_view kProfileTexts[] = {"version", "appname", "time", "date", "tarappversion", "tarappname"};

@@ -3,12 +3,17 @@
 
 #include "store/ObjectTable.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace obmgr {
 
-// Sorts by the integer key "order" of the objects. Ids of equal order come out as the exchange sort leaves them that
-// the applications know: each place in turn is compared with every later one and swapped when it is greater.
+// The order into which the exchange sort brings the keys that the applications know: each place in turn is compared
+// with every later one, and the two are swapped when it is greater. Equal keys come out as that leaves them. Gives the
+// former places in their new order, in n log n steps.
+RIVELTA_API std::vector<std::size_t> ExchangeSortOrder(const std::vector<long>& keys);
+
+// Sorts by the integer key "order" of the objects.
 void SortByOrder(const ObjectTable& table, std::vector<long>& ids);
 
 } // namespace obmgr

@@ -2,17 +2,18 @@
 // nothing: a code point that no file can hold (a lone surrogate) survives in memory, and the writer refuses it.
 #pragma once
 
+#include "framework/Utf8.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace obmgr {
 
-inline constexpr char32_t kReplacementCharacter = 0xFFFD;
 inline constexpr char32_t kLastCodePoint = 0x10FFFF;
 
 // Writes `c` to `out`, which has room for four bytes; gives the number of bytes.
-inline int EncodeUtf8(char32_t c, char* out)
+inline int EncodeLossless(char32_t c, char* out)
 {
     if (c > kLastCodePoint) c = kReplacementCharacter;
     if (c < 0x80) {
@@ -38,7 +39,7 @@ inline int EncodeUtf8(char32_t c, char* out)
 }
 
 // The code point at `at`, which is moved behind it. A byte that begins no sequence reads as U+FFFD.
-inline char32_t DecodeUtf8(std::string_view text, std::size_t& at)
+inline char32_t DecodeLossless(std::string_view text, std::size_t& at)
 {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     const unsigned char lead = byte(at);
@@ -59,11 +60,11 @@ inline char32_t DecodeUtf8(std::string_view text, std::size_t& at)
     return c > kLastCodePoint ? kReplacementCharacter : c;
 }
 
-inline void AppendUtf8(std::string& out, std::wstring_view text)
+inline void AppendLossless(std::string& out, std::wstring_view text)
 {
     for (const wchar_t c : text) {
         char bytes[4];
-        const int length = EncodeUtf8(static_cast<char32_t>(c), bytes);
+        const int length = EncodeLossless(static_cast<char32_t>(c), bytes);
         out.append(bytes, static_cast<std::size_t>(length));
     }
 }
@@ -77,7 +78,7 @@ inline void AppendWide(std::wstring& out, std::string_view text)
             out.push_back(static_cast<wchar_t>(c));
             ++at;
         } else {
-            out.push_back(static_cast<wchar_t>(DecodeUtf8(text, at)));
+            out.push_back(static_cast<wchar_t>(DecodeLossless(text, at)));
         }
     }
 }
@@ -90,11 +91,11 @@ public:
         if (text.size() * 4 <= sizeof m_short) {
             std::size_t length = 0;
             for (const wchar_t c : text)
-                length += static_cast<std::size_t>(EncodeUtf8(static_cast<char32_t>(c), m_short + length));
+                length += static_cast<std::size_t>(EncodeLossless(static_cast<char32_t>(c), m_short + length));
             m_view = {m_short, length};
         } else {
             m_long.reserve(text.size());
-            AppendUtf8(m_long, text);
+            AppendLossless(m_long, text);
             m_view = m_long;
         }
     }
