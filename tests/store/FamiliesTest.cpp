@@ -1,134 +1,23 @@
 // Every family member of every type. The rows are made from the type table, so that no type is forgotten.
 
-#include "support/Store.h"
+#include "support/FamilyTable.h"
 
 #include <gmock/gmock.h>
 
-#include <functional>
 #include <memory>
 
 namespace {
 
-using support::idsOf;
 using support::values;
 using support::Values;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Ids = CList<long, long>;
+using Ids = support::IdList;
+using support::familiesWith;
+using support::Family;
 
 constexpr long kOwner = 71;
 constexpr long kOtherOwner = 72;
-
-// The members of one family; null where the type has no such member.
-struct Family {
-    const char* name;
-    objectdata::OBJECTTYPE type;
-    CObject* (*make)();
-    obmgr::ObjectTable& (*table)(CObjectManager&);
-    bool (*create)(CObjectManager&, const Values&, long*) = nullptr;
-    CPipeObject* (*createObject)(CObjectManager&, const Values&) = nullptr;
-    unsigned long (*createFromMap)(CObjectManager&, const CMapStringToString&) = nullptr;
-    CPipeObject* (*copy)(const CObjectManager&, long) = nullptr;
-    CPipeObject* (*live)(const CObjectManager&, long) = nullptr;
-    void (*set)(CObjectManager&, CPipeObject*) = nullptr;
-    bool (*ids)(const CObjectManager&, Ids&) = nullptr;
-    bool (*ownedIds)(const CObjectManager&, Ids&) = nullptr;
-    bool (*idsByOrder)(const CObjectManager&, Ids&) = nullptr;
-    bool isSorted = false;
-    // Object lists are handed on as the ids of their objects.
-    bool (*objects)(const CObjectManager&, Ids&) = nullptr;
-    bool (*ownedObjects)(const CObjectManager&, Ids&) = nullptr;
-    bool (*constObjects)(const CObjectManager&, Ids&) = nullptr;
-    bool (*remove)(CObjectManager&, long) = nullptr;
-};
-
-void PrintTo(const Family* family, std::ostream* stream)
-{
-    *stream << family->name;
-}
-
-template <class List> bool ToIds(bool result, const List& objects, Ids& ids)
-{
-    for (const auto* object : objects)
-        ids.AddTail(object->GetId32());
-    return result;
-}
-
-// clang-format off
-#define OBM_CREATE_None(T)
-#define OBM_CREATE_ByHand(T)
-#define OBM_CREATE_WITH(T, ...) \
-    f.create = [](CObjectManager& m, const Values& v, long* id) { return m.Create##T(__VA_ARGS__ __VA_OPT__(,) v, id); }; \
-    f.createObject = [](CObjectManager& m, const Values& v) -> CPipeObject* { return m.Create##T(__VA_ARGS__ __VA_OPT__(,) v); };
-#define OBM_CREATE_Plain(T) OBM_CREATE_WITH(T)
-#define OBM_CREATE_Owner(T) OBM_CREATE_WITH(T, kOwner)
-#define OBM_CREATE_Kind(T) OBM_CREATE_WITH(T, int{kOwner})
-#define OBM_CREATE_TwoIds(T) OBM_CREATE_WITH(T, kOwner, kOwner + 1)
-#define OBM_CREATE_Map(T) OBM_CREATE_WITH(T) \
-    f.createFromMap = [](CObjectManager& m, const CMapStringToString& v) { return m.Create##T(v); };
-
-#define OBM_GET_None(T)
-#define OBM_GET_ByHand(T) OBM_GET_CopyLive(T)
-#define OBM_GET_Copy(T) f.copy = [](const CObjectManager& m, long id) -> CPipeObject* { return m.Get##T##Object(id); };
-#define OBM_GET_Live(T) f.live = [](const CObjectManager& m, long id) -> CPipeObject* { return m.Get##T##ObjectOriginal(id); };
-#define OBM_GET_CopyLive(T) OBM_GET_Copy(T) OBM_GET_Live(T)
-
-#define OBM_SET_NoSet(T)
-#define OBM_SET_Set(T) f.set = [](CObjectManager& m, CPipeObject* o) { m.Set##T##ObjectData(static_cast<C##T*>(o)); };
-
-#define OBM_IDS_None(T)
-#define OBM_IDS_ByHand(T)
-#define OBM_IDS_All(T) f.ids = [](const CObjectManager& m, Ids& ids) { return m.Get##T##IdList(ids); };
-#define OBM_IDS_AllSorted(T) OBM_IDS_All(T) f.isSorted = true;
-#define OBM_IDS_Owner(T) f.ownedIds = [](const CObjectManager& m, Ids& ids) { return m.Get##T##IdList(kOwner, ids); };
-#define OBM_IDS_OwnerSorted(T) OBM_IDS_Owner(T) f.isSorted = true;
-#define OBM_IDS_AllAndOwnerSorted(T) OBM_IDS_All(T) OBM_IDS_OwnerSorted(T)
-#define OBM_IDS_AllSortIfAsked(T) \
-    f.ids = [](const CObjectManager& m, Ids& ids) { return m.Get##T##IdList(ids, false); }; \
-    f.idsByOrder = [](const CObjectManager& m, Ids& ids) { return m.Get##T##IdList(ids, true); };
-
-#define OBM_OBJECTS_OF(member, T, List, ...) \
-    f.member = [](const CObjectManager& m, Ids& ids) { List list; const bool any = m.__VA_ARGS__; return ToIds(any, list, ids); };
-#define OBM_LIST(T) CTypedPtrList<CObList OBM_COMMA C##T*>
-#define OBM_COMMA ,
-#define OBM_OBJECTS_None(T)
-#define OBM_OBJECTS_ByHand(T)
-#define OBM_OBJECTS_List(T) OBM_OBJECTS_OF(objects, T, OBM_LIST(T), Get##T##ObjectList(list))
-#define OBM_OBJECTS_All(T) OBM_OBJECTS_OF(objects, T, OBM_LIST(T), Get##T##ObjectListAll(list))
-#define OBM_OBJECTS_Owner(T) OBM_OBJECTS_OF(ownedObjects, T, OBM_LIST(T), Get##T##ObjectList(kOwner, list))
-#define OBM_OBJECTS_OwnerAll(T) OBM_OBJECTS_Owner(T) OBM_OBJECTS_All(T)
-#define OBM_OBJECTS_OwnerAndList(T) OBM_OBJECTS_Owner(T) OBM_OBJECTS_List(T)
-#define OBM_OBJECTS_ListAndConst(T) OBM_OBJECTS_List(T) \
-    OBM_OBJECTS_OF(constObjects, T, CList<const C##T* OBM_COMMA const C##T* const&>, Get##T##ObjectList(list))
-
-#define OBM_DELETE_ByHand(T)
-#define OBM_DELETE_Simple(T) f.remove = [](CObjectManager& m, long id) { return m.Delete##T##Object(id); };
-// clang-format on
-
-std::vector<Family> MakeFamilies()
-{
-    std::vector<Family> families;
-#define OBM_RECORD(T, tag, owner, create, get, set, ids, objects, del, ...)                                            \
-    {                                                                                                                  \
-        Family f{"C" #T, objectdata::T, C##T::CreateObject,                                                            \
-                 [](CObjectManager& m) -> obmgr::ObjectTable& { return m.Get##T##Db().Untyped(); }};                   \
-        OBM_CREATE_##create(T) OBM_GET_##get(T) OBM_SET_##set(T) OBM_IDS_##ids(T);                                     \
-        OBM_OBJECTS_##objects(T) OBM_DELETE_##del(T);                                                                  \
-        families.push_back(f);                                                                                         \
-    }
-#include "objects/ObjectTypes.def"
-    return families;
-}
-
-// The families that have the member.
-template <class Member> std::vector<const Family*> With(Member member)
-{
-    static const std::vector<Family> families = MakeFamilies();
-    std::vector<const Family*> found;
-    for (const Family& family : families)
-        if (family.*member) found.push_back(&family);
-    return found;
-}
 
 class FamilyTest : public testing::TestWithParam<const Family*> {
 protected:
@@ -164,12 +53,19 @@ protected:
     // What a list member appends to a list that holds -1.
     std::vector<long> Listed(bool (*list)(const CObjectManager&, Ids&)) const
     {
-        return idsOf([&](Ids& ids) {
-            ids.AddTail(-1);
-            const bool any = list(m_manager, ids);
-            EXPECT_EQ(any, ids.GetCount() > 1);
-            return true;
-        });
+        return AppendedToMinusOne([&](Ids& ids) { return list(m_manager, ids); });
+    }
+    std::vector<long> Listed(bool (*list)(const CObjectManager&, long, Ids&)) const
+    {
+        return AppendedToMinusOne([&](Ids& ids) { return list(m_manager, kOwner, ids); });
+    }
+    template <class Fill> static std::vector<long> AppendedToMinusOne(Fill&& fill)
+    {
+        Ids ids;
+        ids.AddTail(-1);
+        const bool any = fill(ids);
+        EXPECT_EQ(any, ids.GetCount() > 1);
+        return support::toVector(ids);
     }
 
     support::DefaultsForAllTags m_defaults;
@@ -178,7 +74,7 @@ protected:
 
 #define OBM_SUITE(Suite, member)                                                                                       \
     class Suite : public FamilyTest {};                                                                                \
-    INSTANTIATE_TEST_SUITE_P(Families, Suite, testing::ValuesIn(With(&Family::member)),                                \
+    INSTANTIATE_TEST_SUITE_P(Families, Suite, testing::ValuesIn(familiesWith(&Family::member)),                        \
                              [](const auto& row) { return row.param->name; });
 
 // ---- Get<T>Db ----
@@ -195,7 +91,7 @@ TEST_P(EveryTable, IsTheTableOfItsType)
 
 TEST(Families, HaveNinetyThreeTables)
 {
-    EXPECT_EQ(With(&Family::table).size(), 93u);
+    EXPECT_EQ(familiesWith(&Family::table).size(), 93u);
 }
 
 // ---- Create<T> ----
@@ -212,9 +108,9 @@ TEST_P(Creating, GivesTheNextIdAndTheValuesOverTheDefaults)
     const Values given = values({{L"overridden", L"1"}, {L"new", L"x"}, {L"overridden", L"2"}});
 
     long id = -1;
-    ASSERT_TRUE(GetParam()->create(m_manager, given, &id));
+    ASSERT_TRUE(GetParam()->create(m_manager, kOwner, kOwner + 1, given, &id));
     EXPECT_EQ(id, 41);
-    CPipeObject* const second = GetParam()->createObject(m_manager, given);
+    CPipeObject* const second = GetParam()->createObject(m_manager, kOwner, kOwner + 1, given);
     ASSERT_NE(second, nullptr);
     EXPECT_EQ(second->GetObjectId(), 42u);
     EXPECT_EQ(Table().Find(42), second);
@@ -232,7 +128,7 @@ TEST_P(Creating, GivesTheNextIdAndTheValuesOverTheDefaults)
 
 TEST_P(Creating, NeedsNoPlaceForTheId)
 {
-    EXPECT_TRUE(GetParam()->create(m_manager, Values(), nullptr));
+    EXPECT_TRUE(GetParam()->create(m_manager, kOwner, kOwner + 1, Values(), nullptr));
     EXPECT_EQ(Table().Count(), 1u);
 }
 
@@ -240,13 +136,13 @@ TEST_P(Creating, WithoutDefaultsFailsYetLeavesTheObjectWithoutAttributes)
 {
     CObjectManager::ReSetDefManager(nullptr);
     long id = -1;
-    EXPECT_FALSE(GetParam()->create(m_manager, values({{L"a", L"b"}}), &id));
+    EXPECT_FALSE(GetParam()->create(m_manager, kOwner, kOwner + 1, values({{L"a", L"b"}}), &id));
     EXPECT_EQ(id, -1);
     EXPECT_EQ(m_manager.GetCurrentObjectId(), 1);
     EXPECT_EQ(m_manager.GetAllDataCount(), 1);
     ASSERT_NE(Table().Find(1), nullptr);
     EXPECT_TRUE(Table().Find(1)->GetAttributes().IsEmpty());
-    EXPECT_EQ(GetParam()->createObject(m_manager, Values()), nullptr);
+    EXPECT_EQ(GetParam()->createObject(m_manager, kOwner, kOwner + 1, Values()), nullptr);
     EXPECT_EQ(m_manager.GetAllDataCount(), 2);
     EXPECT_EQ(m_manager.GetCurrentObjectId(), 2);
 }
@@ -256,11 +152,11 @@ TEST_P(Creating, AnIdThatTheTableRefusesIsUsedUp)
     Put(5);
     m_manager.SetObjectId(4);
     long id = -1;
-    EXPECT_FALSE(GetParam()->create(m_manager, Values(), &id));
+    EXPECT_FALSE(GetParam()->create(m_manager, kOwner, kOwner + 1, Values(), &id));
     EXPECT_EQ(id, -1);
     EXPECT_EQ(m_manager.GetCurrentObjectId(), 5);
     m_manager.SetObjectId(2147483546);
-    EXPECT_EQ(GetParam()->createObject(m_manager, Values()), nullptr);
+    EXPECT_EQ(GetParam()->createObject(m_manager, kOwner, kOwner + 1, Values()), nullptr);
     EXPECT_EQ(m_manager.GetCurrentObjectId(), 2147483547);
     EXPECT_EQ(m_manager.GetAllDataCount(), 1);
 }
@@ -417,7 +313,7 @@ TEST_P(ListingIdsAsAsked, SortsOnlyWhenAsked)
 TEST(Families, TheSortedListsAreTheKnownOnes)
 {
     std::vector<std::string> sorted;
-    for (const Family* family : With(&Family::isSorted))
+    for (const Family* family : familiesWith(&Family::isSorted))
         sorted.emplace_back(family->name);
     EXPECT_THAT(sorted, ElementsAre("CWeb", "CAreaInq", "CAreaOutq", "CFixInq", "CIcpInq", "CMountInq", "COutq",
                                     "CProfilearea", "CProfilelayout", "CSheetarea"));
