@@ -18,7 +18,7 @@ void CopyCObDefaultPtrList(const CTypedPtrList<CObList, CObDefault*>& from, CTyp
         if (!entry) continue;
         auto copy = std::make_unique<CObDefault>(*entry);
         to.AddTail(copy.get());
-        copy.release();
+        static_cast<void>(copy.release());
     }
 }
 

@@ -29,8 +29,8 @@ constexpr std::array<ByteKind, 256> kByteKinds = [] {
     std::array<ByteKind, 256> kinds{};
     for (std::size_t c = 0; c < 0x20; ++c)
         kinds[c] = Control;
-    for (const unsigned char c : {'\t', '\n', '\r', '&', '<', '>', '"'})
-        kinds[c] = Escaped;
+    for (const char c : {'\t', '\n', '\r', '&', '<', '>', '"'})
+        kinds[static_cast<unsigned char>(c)] = Escaped;
     kinds[0xED] = Suspect; // leads surrogates
     kinds[0xEF] = Suspect; // leads U+FFFE and U+FFFF
     return kinds;
