@@ -120,32 +120,32 @@ bool CObjectManager::DeleteSpanDrawbelttx(long spanId)
     return DeleteByNumber(m_Drawbelttx.Untyped(), L"dbtspanid", spanId);
 }
 
+// A storm method goes with the assumed velocities under its name.
+bool CObjectManager::DeleteWithVelocities(obmgr::ObjectTable& methods, const wchar_t* nameKey, long id)
+{
+    CPipeObject* const method = methods.Find(id);
+    if (method) DeleteAreasupveObject(method->GetSubAttribute(nameKey));
+    return methods.Remove(method);
+}
+
 bool CObjectManager::DeleteQrrationalObject(long id)
 {
-    CQrrational* const method = m_Qrrational.Find(id);
-    if (method) DeleteAreasupveObject(method->GetSubAttribute(L"qrname"));
-    return m_Qrrational.Remove(method);
+    return DeleteWithVelocities(m_Qrrational.Untyped(), L"qrname", id);
 }
 
 bool CObjectManager::DeleteQrexperimentObject(long id)
 {
-    CQrexperiment* const method = m_Qrexperiment.Find(id);
-    if (method) DeleteAreasupveObject(method->GetSubAttribute(L"qename"));
-    return m_Qrexperiment.Remove(method);
+    return DeleteWithVelocities(m_Qrexperiment.Untyped(), L"qename", id);
 }
 
 bool CObjectManager::DeleteQrlineObject(long id)
 {
-    CQrline* const method = m_Qrline.Find(id);
-    if (method) DeleteAreasupveObject(method->GetSubAttribute(L"qlname"));
-    return m_Qrline.Remove(method);
+    return DeleteWithVelocities(m_Qrline.Untyped(), L"qlname", id);
 }
 
 bool CObjectManager::DeleteQrriverObject(long id)
 {
-    CQrriver* const method = m_Qrriver.Find(id);
-    if (method) DeleteAreasupveObject(method->GetSubAttribute(L"qvname"));
-    return m_Qrriver.Remove(method);
+    return DeleteWithVelocities(m_Qrriver.Untyped(), L"qvname", id);
 }
 
 bool CObjectManager::DeleteQrmultiObject(long id)

@@ -235,6 +235,7 @@ private:
     bool DeleteByText(obmgr::ObjectTable& table, const wchar_t* key, const CString& text);
     bool DeleteByNumber(obmgr::ObjectTable& table, const wchar_t* key, long number);
     bool DeleteOwned(obmgr::ObjectTable& table, long ownerId);
+    bool DeleteWithVelocities(obmgr::ObjectTable& methods, const wchar_t* nameKey, long id);
 
 #define OBM_RECORD(T, ...) CObjectDataBase<C##T> m_##T;
 #include "objects/ObjectTypes.def"

@@ -8,6 +8,7 @@
 #include "common/Export.h"
 #include "common/FunctionRef.h"
 #include "objects/PipeObject.h"
+#include "store/IdIndex.h"
 #include "store/PositionMap.h"
 
 #include <cstdint>
@@ -22,31 +23,6 @@ class CDlgProgress;
 class CStdioFile;
 
 namespace obmgr {
-
-// Object ids to list positions. Ids that follow one another stand beside one another.
-class RIVELTA_API IdIndex {
-public:
-    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
-
-    std::uint32_t Find(std::int32_t id) const;
-    void Insert(std::int32_t id, std::uint32_t position);  // the id is not in it
-    void Replace(std::int32_t id, std::uint32_t position); // the id is in it
-    void Erase(std::int32_t id);                           // the id is in it
-    void Clear();
-    void ClearKeepingRoom();
-
-private:
-    struct Slot {
-        std::int32_t id = 0;
-        std::uint32_t position = kNone;
-    };
-    std::size_t Home(std::int32_t id) const;
-    void Grow();
-
-    std::vector<Slot> m_slots; // a power of two
-    std::size_t m_count = 0;
-    unsigned m_shift = 64;
-};
 
 class RIVELTA_API ObjectTable final : public TableListener {
 public:
