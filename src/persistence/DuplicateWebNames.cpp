@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 
 #include "persistence/DuplicateWebDlg.h"
 #include "store/ObjectManager.h"
@@ -12,27 +11,49 @@ namespace obmgr {
 namespace {
 
 constexpr wchar_t kWebName[] = L"webname";
+constexpr int kMostQuestions = 1000;
 constexpr int kMostDeclined = 100;
 
 } // namespace
 
-void RenameDuplicateWeb(const CObjectManager& manager, CWeb& web, int& declined)
+WebRenaming::WebRenaming(const CObjectManager& manager) : m_manager(manager) {}
+
+void WebRenaming::Rename(CWeb& web)
 {
-    std::unordered_set<CString> names;
-    for (const CWeb* other : manager.GetWebDb())
-        names.insert(other->GetSubAttribute(kWebName));
-    const auto isTaken = [&names](const CString& name) { return names.contains(name); };
+    if (m_questions++ == 0)
+        for (const CWeb* other : m_manager.GetWebDb())
+            m_taken.insert(other->GetSubAttribute(kWebName));
 
     CDuplicateWebDlg dialog;
-    dialog.SetAppRootKey(manager.GetRegKey());
+    dialog.SetAppRootKey(m_manager.GetRegKey());
     dialog.SetName(web.GetSubAttribute(kWebName));
-    dialog.SetIsTaken(isTaken);
+    dialog.SetIsTaken([this](const CString& name) { return m_taken.contains(name); });
     if (dialog.DoModal() == IDOK) {
         web.WriteSubAttribute(kWebName, dialog.GetName());
-        declined = 0;
-    } else if (++declined >= kMostDeclined || IsCancelRequested()) {
-        web.WriteSubAttribute(kWebName, FirstFreeName(dialog.GetName(), isTaken));
-        declined = 0;
+        m_taken.insert(dialog.GetName());
+        m_declined = 0;
+    } else {
+        ++m_declined;
+    }
+    if (m_questions >= kMostQuestions || m_declined >= kMostDeclined || IsCancelRequested()) RenameAll();
+}
+
+void WebRenaming::RenameAll()
+{
+    m_taken.clear();
+    for (const CWeb* web : m_manager.GetWebDb())
+        m_taken.insert(web->GetSubAttribute(kWebName));
+    std::unordered_set<CString> seen;
+    std::unordered_map<CString, int> lastNumber;
+    for (CWeb* const web : m_manager.GetWebDb()) {
+        const CString name = web->GetSubAttribute(kWebName);
+        if (seen.insert(name).second) continue;
+        int& number = lastNumber.try_emplace(name, 1).first->second;
+        CString free;
+        do
+            free.Format(L"%s(%d)", name, ++number);
+        while (!m_taken.insert(free).second);
+        web->WriteSubAttribute(kWebName, free);
     }
 }
 

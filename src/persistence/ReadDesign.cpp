@@ -64,8 +64,8 @@ bool CObjectManager::CreatePipeObjectFromFile(const CString& givenPath, CString&
         m_currentFilePath = fullPath;
 
         CWeb* web = nullptr;
-        for (int declined = 0; !CheckDuplicateWebName(&web);)
-            obmgr::RenameDuplicateWeb(*this, *web, declined);
+        for (obmgr::WebRenaming renaming(*this); !CheckDuplicateWebName(&web);)
+            renaming.Rename(*web);
         return true;
     } catch (const std::bad_alloc&) {
         obmgr::TellOutOfMemory(error);

@@ -1,14 +1,11 @@
 #include "persistence/SaxParser.h"
 
-#include <algorithm>
-#include <cwchar>
 #include <new>
 
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/XMLException.hpp>
-#include <xercesc/util/XMLUni.hpp>
 
 #include "common/Id32.h"
 #include "common/Path.h"
@@ -51,9 +48,10 @@ enum class EmptyText { IsFailure, IsSuccess };
 // Runs a parse and gives its result; what it raises ends here.
 template <class Parse> bool RunParse(Parse&& parse, EmptyText emptyText, CString& error)
 {
+    obmgr::ParserMemory memory;
     try {
         try {
-            parse();
+            parse(memory);
             return true;
         } catch (const xercesc::XMLException& failure) {
             error = DescribeFailure(failure.getMessage());
@@ -87,34 +85,19 @@ void obmgr::TellOutOfMemory(CString& error) noexcept
     }
 }
 
-void obmgr::ParseSafely(xercesc::SAXParser& parser, const CString& path, xercesc::HandlerBase& handlers)
-{
-    parser.setValidationScheme(xercesc::SAXParser::Val_Auto);
-    // This scanner skips declarations unread. With another one, Val_Auto would follow a document type to wherever it
-    // points, and no limit of entities would help against attribute defaults.
-    parser.useScanner(xercesc::XMLUni::fgWFXMLScanner);
-    // A second fence, should another scanner ever be chosen. (No limit on entities beside it: this scanner counts the
-    // predefined ones, so that ordinary files would break.)
-    parser.setDisableDefaultEntityResolution(true);
-    parser.setDocumentHandler(&handlers);
-    parser.setErrorHandler(&handlers);
-    const PipeFileSource source(path);
-    parser.parse(source);
-}
-
 bool CSaxParser::ReadPipeFile(const wchar_t* path, bool append, CString& error)
 {
     obmgr::EnsureLibraryStarted();
     return RunParse(
-        [&] {
+        [&](obmgr::ParserMemory& memory) {
             const CString file = obmgr::SystemPath(path);
             CString sizeError;
             const long size = orn_get_filesize(file, sizeError);
             if (size < 1) throw new CPipeObjectException(sizeError);
-            OrnSaxParser parser(path, static_cast<int>(size));
+            OrnSaxParser parser(memory, path, static_cast<int>(size));
             parser.setCalculateSrcOfs(true);
             SAXHandlers handlers(m_pManager, append);
-            obmgr::ParseSafely(parser, file, handlers);
+            parser.ParseFile(file, handlers);
         },
         EmptyText::IsFailure, error);
 }
@@ -123,9 +106,9 @@ bool CSaxParser::ReadWithHandlers(const CString& path, xercesc::HandlerBase& han
 {
     obmgr::EnsureLibraryStarted();
     return RunParse(
-        [&] {
-            xercesc::SAXParser parser;
-            obmgr::ParseSafely(parser, obmgr::SystemPath(path), handlers);
+        [&](obmgr::ParserMemory& memory) {
+            obmgr::SafeParser parser(memory);
+            parser.ParseFile(obmgr::SystemPath(path), handlers);
         },
         EmptyText::IsSuccess, error);
 }
@@ -138,7 +121,10 @@ bool CSaxParser::ReadDefaults(const CString& path, CString& error)
 
 SAXEndElementException::~SAXEndElementException() = default;
 
-OrnSaxParser::OrnSaxParser(const CString& file, int fileSize) : m_strFile(file), m_nFileSize(fileSize) {}
+OrnSaxParser::OrnSaxParser(obmgr::ParserMemory& memory, const CString& file, int fileSize)
+    : SafeParser(memory), m_strFile(file), m_nFileSize(fileSize)
+{
+}
 
 OrnSaxParser::~OrnSaxParser() = default;
 
@@ -165,7 +151,7 @@ void OrnSaxParser::startElement(const xercesc::XMLElementDecl& declaration, cons
                                 const XMLSize_t attributeCount, const bool isEmpty, const bool isRoot)
 {
     if (m_pProgress) ShowProgress();
-    SAXParser::startElement(declaration, urlId, prefix, attributes, attributeCount, isEmpty, isRoot);
+    SafeParser::startElement(declaration, urlId, prefix, attributes, attributeCount, isEmpty, isRoot);
 }
 
 void OrnSaxParser::ShowProgress()

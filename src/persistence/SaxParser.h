@@ -1,15 +1,15 @@
-// The launcher of all readers: sets up the parser so that a file can do no harm, runs it over a file with the handlers
-// of a reader, and turns what goes wrong into a text.
+// The launcher of all readers: runs the parser over a file with the handlers of a reader, and turns what goes wrong
+// into a text.
 #pragma once
 
 #include <memory>
 
-#include <xercesc/parsers/SAXParser.hpp>
 #include <xercesc/sax/HandlerBase.hpp>
 #include <xercesc/sax/SAXException.hpp>
 
 #include "common/Export.h"
 #include "framework/String.h"
+#include "persistence/SafeParser.h"
 
 class CDlgProgress;
 class CObDefManager;
@@ -43,10 +43,10 @@ public:
 };
 
 // The parser of the full reader: shows its progress and lets the person cancel when the file is large.
-class RIVELTA_API OrnSaxParser : public xercesc::SAXParser {
+class RIVELTA_API OrnSaxParser : public obmgr::SafeParser {
 public:
     // `fileSize` in bytes.
-    OrnSaxParser(const CString& file, int fileSize);
+    OrnSaxParser(obmgr::ParserMemory& memory, const CString& file, int fileSize);
     ~OrnSaxParser() override;
 
     void startDocument() override;
@@ -68,10 +68,6 @@ private:
 };
 
 namespace obmgr {
-
-// The parser settings of every reader, and the parse: document type declarations are skipped, no entity but the
-// predefined ones exists, nothing but the file itself is opened. Raises what the parser and the handlers raise.
-void ParseSafely(xercesc::SAXParser& parser, const CString& path, xercesc::HandlerBase& handlers);
 
 // Puts "Out of memory." into `error`, or nothing when there is no room even for that.
 void TellOutOfMemory(CString& error) noexcept;

@@ -74,28 +74,37 @@ CString Shortened(const CString& text)
 
 std::string_view Utf8Text::Of(const XMLCh* text)
 {
-    const std::size_t length = XmlView(text).size();
-    // A unit takes three bytes at most, a pair four.
-    const std::size_t needed = length * 3;
-    if (needed > m_room || (m_room > kKeptRoom && needed <= kKeptRoom)) {
-        m_room = 0;
-        m_bytes.reset();
-        const std::size_t room = std::max(needed, kKeptRoom);
-        m_bytes = std::make_unique_for_overwrite<char[]>(room);
-        m_room = room;
-    }
+    // One value of megabytes is no reason to hold the room for ever.
+    if (m_room > kKeptRoom) m_room = 0;
+    if (m_room == 0) Grow(0);
     char* out = m_bytes.get();
-    const XMLCh* const end = text + length;
-    while (text != end) {
+    char* roomEnd = out + m_room;
+    while (*text) {
+        if (roomEnd - out < kLongestCharacter) {
+            const auto used = static_cast<std::size_t>(out - m_bytes.get());
+            Grow(used);
+            out = m_bytes.get() + used;
+            roomEnd = m_bytes.get() + m_room;
+        }
         char32_t c = *text++;
         if (c < 0x80) {
             *out++ = static_cast<char>(c);
             continue;
         }
-        if (LeadsPair(c) && text != end && EndsPair(*text)) c = Joined(c, *text++);
+        if (LeadsPair(c) && EndsPair(*text)) c = Joined(c, *text++);
         out = EncodeUtf8(out, c);
     }
     return {m_bytes.get(), static_cast<std::size_t>(out - m_bytes.get())};
+}
+
+// More room, with the bytes used so far.
+void Utf8Text::Grow(std::size_t used)
+{
+    const std::size_t room = m_room == 0 ? kKeptRoom : m_room * 2;
+    auto bytes = std::make_unique_for_overwrite<char[]>(room);
+    std::copy_n(m_bytes.get(), used, bytes.get());
+    m_bytes = std::move(bytes);
+    m_room = room;
 }
 
 } // namespace obmgr

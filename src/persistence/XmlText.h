@@ -34,6 +34,9 @@ public:
 
 private:
     static constexpr std::size_t kKeptRoom = 64 * 1024;
+    static constexpr int kLongestCharacter = 4;
+
+    void Grow(std::size_t used);
 
     std::unique_ptr<char[]> m_bytes;
     std::size_t m_room = 0;

@@ -94,6 +94,19 @@ TEST_F(DuplicateWebNames, WhenNobodyEverAnswersTheFirstFreeNameIsTaken)
     EXPECT_EQ(names(), (std::vector<CString>{L"a", L"a(3)", L"a(2)", L"a(4)"}));
 }
 
+TEST_F(DuplicateWebNames, NobodyIsAskedWithoutEnd)
+{
+    interface.onQuestion = [](const obmgr::NameQuestion& question) {
+        return std::optional<CString>(obmgr::FirstFreeName(question.currentName, question.isTaken));
+    };
+    ASSERT_TRUE(readRecords(manager, webs(std::vector<std::string>(3000, "a"))));
+    EXPECT_EQ(interface.questions.size(), 1000u);
+    const std::vector<CString> all = names();
+    EXPECT_EQ(all.at(1), L"a(2)");
+    EXPECT_EQ(all.at(2999), L"a(3000)");
+    EXPECT_TRUE(manager.CheckDuplicateWebName(nullptr));
+}
+
 TEST_F(DuplicateWebNames, AWishToCancelEndsTheQuestions)
 {
     obmgr::RequestCancel();

@@ -388,6 +388,57 @@ TEST_F(ReadDesign, PredefinedEntitiesAreNeverCounted)
     EXPECT_EQ(manager.GetNodeObjectOriginal(1)->GetSubAttribute(L"a").GetLength(), 120000);
 }
 
+TEST_F(ReadDesign, AnElementMayHaveManyAttributesAndNotAnyNumberOfThem)
+{
+    const auto node = [](int attributes) {
+        std::string record = "<node id=\"1\"";
+        for (int i = 0; i < attributes; ++i)
+            record += " a" + std::to_string(i) + "=\"1\"";
+        return record + "/>";
+    };
+    CObjectManager manager;
+    EXPECT_TRUE(readRecords(manager, node(999))) << error;
+    for (const int count : {1000, 100000}) {
+        EXPECT_FALSE(readRecords(manager, node(count)));
+        EXPECT_EQ(error, L"An element has too many attributes.");
+    }
+}
+
+TEST_F(ReadDesign, CommentsInstructionsAndTextHaveNoLimit)
+{
+    std::string rest;
+    for (int i = 0; i < 50000; ++i)
+        rest += "<!--c--><?p q?>text<![CDATA[data]]>&amp;&#65;";
+    CObjectManager manager;
+    ASSERT_TRUE(read(manager, "<?xml version=\"1.0\"?>" + std::string(1, '\n') + "<!--c--><pipedata>" + rest +
+                                  "<node id=\"1\">" + rest + "</node></pipedata>"))
+        << error;
+}
+
+TEST_F(ReadDesign, ManyKeysInOneRecordAreRead)
+{
+    std::string keys;
+    for (int i = 0; i < 20000; ++i)
+        keys += "<k" + std::to_string(i) + " contents=\"" + std::to_string(i) + "\"/>";
+    CObjectManager manager;
+    ASSERT_TRUE(readRecords(manager, "<node id=\"1\">" + keys + "</node>")) << error;
+    const CNode* const node = manager.GetNodeObjectOriginal(1);
+    EXPECT_EQ(node->GetAttributes().Count(), 20000u);
+    EXPECT_EQ(node->GetSubAttribute(L"k19999"), L"19999");
+}
+
+TEST_F(ReadDesign, ValuesOfMegabytesAreReadWhole)
+{
+    CObjectManager manager;
+    std::string value;
+    for (int i = 0; i < 300000; ++i)
+        value += "a表𠮷";
+    ASSERT_TRUE(readRecords(manager, "<node id=\"1\"><a contents=\"" + value + "\"/><b contents=\"x\"/></node>"));
+    const CNode* const node = manager.GetNodeObjectOriginal(1);
+    EXPECT_TRUE(node->GetSubAttribute(L"a") == obmgr::FromUtf8(value));
+    EXPECT_EQ(node->GetSubAttribute(L"b"), L"x");
+}
+
 TEST_F(ReadDesign, ChangesInATransactionAreUndoneByItsAbort)
 {
     CObjectManager manager;
