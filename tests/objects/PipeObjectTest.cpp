@@ -192,4 +192,44 @@ TEST(PipeObject, AKeyAndItsValueArePlainTexts)
     EXPECT_EQ(CKeyValue().GetKey(), L"");
 }
 
+TEST(PipeObject, RoomForAttributesChangesNoValue)
+{
+    CNode node(1);
+    node.ReserveAttributes(1000);
+    EXPECT_THAT(KeysOf(node), testing::IsEmpty());
+    node.WriteSubAttribute(L"a", L"1");
+    EXPECT_GT(node.ShrinkAttributes(), 0u);
+    EXPECT_EQ(node.GetSubAttribute(L"a"), L"1");
+}
+
+TEST(PipeObject, AnOrdinaryRecordKeepsEveryPairOfAFile)
+{
+    CNode node(1);
+    CString key = L"k";
+    CString value = L"v";
+    EXPECT_FALSE(node.FiltersSubAttributes());
+    EXPECT_TRUE(node.AcceptSubAttribute(key, value));
+    EXPECT_EQ(key, L"k");
+    EXPECT_EQ(value, L"v");
+}
+
+TEST(PipeObject, AnOldDrawingFormatGetsTheKeysCalledMissing)
+{
+    CVersionConvertFlags flags;
+    CDrawformdat format(1);
+    EXPECT_FALSE(format.ConvertVersion(flags));
+    flags.openpipetop = flags.drawcodezeromhole = flags.dbdgcin = true;
+    format.WriteSubAttribute(L"openpipetop", L"mine");
+    EXPECT_TRUE(format.ConvertVersion(flags));
+    EXPECT_EQ(format.GetSubAttribute(L"openpipetop"), L"mine");
+    EXPECT_EQ(format.GetSubAttribute(L"drawcodezeromhole"), L"0");
+    EXPECT_FALSE(format.IsSubAttribute(L"dbdgcin")) << "a key of bands";
+    EXPECT_FALSE(format.ConvertVersion(flags)) << "nothing is missing any more";
+    CDrawbeltdat band(2);
+    EXPECT_TRUE(band.ConvertVersion(flags));
+    EXPECT_THAT(KeysOf(band), testing::ElementsAre(L"dbdgcin", L"drawcodezeromhole"));
+    CNode node(3);
+    EXPECT_FALSE(node.ConvertVersion(flags));
+}
+
 } // namespace

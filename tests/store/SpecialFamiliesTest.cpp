@@ -31,6 +31,8 @@ TEST_F(SpecialFamilies, TheFirstProjectCounts)
     EXPECT_EQ(id, 1);
     EXPECT_EQ(m_manager.GetProjectObjectOriginal(), first);
     EXPECT_EQ(m_manager.GetProjectObjectOriginal(2)->GetId32(), 2);
+    EXPECT_EQ(std::unique_ptr<CProject>(m_manager.GetProjectObject(2))->GetId32(), 2);
+    EXPECT_EQ(m_manager.GetProjectObject(3), nullptr);
     m_manager.GetProjectDb().Remove(first);
     EXPECT_TRUE(m_manager.GetProjectId(id));
     EXPECT_EQ(id, 2);
