@@ -11,14 +11,52 @@
 
 namespace {
 
-template <class Record> class EveryRecord : public testing::Test {
+using RecordPtr = std::unique_ptr<CPipeObject>;
+
+template <class Record> RecordPtr MakeWithLinks()
+{
+    if constexpr (std::is_constructible_v<Record, unsigned long, unsigned long, unsigned long, unsigned long>)
+        return std::make_unique<Record>(7ul, 101ul, 102ul, 103ul);
+    else if constexpr (std::is_constructible_v<Record, unsigned long, unsigned long, unsigned long>)
+        return std::make_unique<Record>(7ul, 101ul, 102ul);
+    else if constexpr (std::is_same_v<Record, CIcpInq>)
+        return std::make_unique<Record>(7l, 101l);
+    else if constexpr (std::is_base_of_v<CDisposalPipeObject, Record>)
+        return std::make_unique<Record>(7ul, 101);
+    else if constexpr (std::is_constructible_v<Record, unsigned long, unsigned long>)
+        return std::make_unique<Record>(7ul, 101ul);
+    else
+        return std::make_unique<Record>(7ul);
+}
+
+// What a test needs of each class, so that the tests themselves are compiled once and not once a class.
+struct RecordClass {
+    CRuntimeClass* runTimeClass;
+    bool isOwned;
+    RecordPtr (*make)();
+    RecordPtr (*makeWithLinks)();
+    RecordPtr (*copy)(const CPipeObject& original);
+    void (*assign)(CPipeObject& target, const CPipeObject& original);
 };
 
-using RecordTypes = testing::Types<CProject
-#define OBM_RECORD(T, ...) , C##T
+template <class Record> constexpr RecordClass ClassOf()
+{
+    return {Record::GetThisClass(),
+            std::is_base_of_v<COwnedObject, Record>,
+            []() -> RecordPtr { return std::make_unique<Record>(); },
+            &MakeWithLinks<Record>,
+            [](const CPipeObject& original) -> RecordPtr {
+                return std::make_unique<Record>(static_cast<const Record&>(original));
+            },
+            [](CPipeObject& target, const CPipeObject& original) {
+                static_cast<Record&>(target) = static_cast<const Record&>(original);
+            }};
+}
+
+const RecordClass kRecordClasses[] = {
+#define OBM_RECORD(T, ...) ClassOf<C##T>(),
 #include "objects/ObjectTypes.def"
-                                   >;
-TYPED_TEST_SUITE(EveryRecord, RecordTypes);
+};
 
 std::string Narrow(std::wstring_view text)
 {
@@ -30,133 +68,153 @@ const obmgr::RecordInfo& RowOf(const CPipeObject& object)
     return obmgr::RecordOf(object.GetObjectType());
 }
 
-TYPED_TEST(EveryRecord, IsMadeByItsRunTimeClass)
+// The test's body for every class, with the class's name in a failure.
+template <class Body> void ForEveryRecord(Body&& body)
 {
-    const std::unique_ptr<CObject> made(TypeParam::GetThisClass()->CreateObject());
-    const auto* const record = dynamic_cast<TypeParam*>(made.get());
-    ASSERT_NE(record, nullptr);
-    EXPECT_EQ(record->GetRuntimeClass(), TypeParam::GetThisClass());
-    EXPECT_EQ(record->GetRuntimeClass()->m_lpszClassName, Narrow(RowOf(*record).className));
-    EXPECT_TRUE(record->IsKindOf(CPipeObject::GetThisClass()));
-}
-
-TYPED_TEST(EveryRecord, StartsEmptyWithoutLinks)
-{
-    const TypeParam record;
-    EXPECT_EQ(record.GetObjectId(), 0u);
-    EXPECT_EQ(record.GetStatus(), 0);
-    EXPECT_EQ(static_cast<int>(record.Links().size()), RowOf(record).links.count);
-    for (const std::int32_t link : record.Links())
-        EXPECT_EQ(link, 0);
-    EXPECT_TRUE(record.GetAttributes().IsEmpty());
-}
-
-TYPED_TEST(EveryRecord, KnowsItsClassesByName)
-{
-    const TypeParam record;
-    EXPECT_TRUE(record.IsObjectClass(std::wstring(RowOf(record).className).c_str()));
-    EXPECT_TRUE(record.IsObjectClass(L"CPipeObject"));
-    EXPECT_TRUE(record.IsObjectClass(L"CObject"));
-    int kinds = 0;
-    for (const obmgr::RecordInfo& row : obmgr::Records())
-        kinds += record.IsObjectClass(std::wstring(row.className).c_str());
-    EXPECT_EQ(kinds, 1) << "a record is of one record class";
-    EXPECT_FALSE(record.IsObjectClass(L""));
-    EXPECT_FALSE(record.IsObjectClass(nullptr));
-    EXPECT_FALSE(record.IsObjectClass(L"CSpa"));
-    EXPECT_FALSE(record.IsObjectClass(L"CSpanX"));
-}
-
-TYPED_TEST(EveryRecord, TakesTheLinksOfItsRowInOrder)
-{
-    const auto make = [] {
-        if constexpr (std::is_constructible_v<TypeParam, unsigned long, unsigned long, unsigned long, unsigned long>)
-            return TypeParam(7ul, 101ul, 102ul, 103ul);
-        else if constexpr (std::is_constructible_v<TypeParam, unsigned long, unsigned long, unsigned long>)
-            return TypeParam(7ul, 101ul, 102ul);
-        else if constexpr (std::is_same_v<TypeParam, CIcpInq>)
-            return TypeParam(7l, 101l);
-        else if constexpr (std::is_base_of_v<CDisposalPipeObject, TypeParam>)
-            return TypeParam(7ul, 101);
-        else if constexpr (std::is_constructible_v<TypeParam, unsigned long, unsigned long>)
-            return TypeParam(7ul, 101ul);
-        else
-            return TypeParam(7ul);
-    };
-    const TypeParam record = make();
-    EXPECT_EQ(record.GetObjectId(), 7u);
-    ASSERT_EQ(static_cast<int>(record.Links().size()), RowOf(record).links.count);
-    for (std::size_t i = 0; i < record.Links().size(); ++i)
-        EXPECT_EQ(record.Links()[i], static_cast<std::int32_t>(101 + i));
-}
-
-TYPED_TEST(EveryRecord, CopiesAndAssignsEverything)
-{
-    TypeParam original(9);
-    original.SetStatus(3);
-    original.WriteSubAttribute(L"order", L"4");
-    for (int i = 0; i < static_cast<int>(original.Links().size()); ++i)
-        original.SetLink(i, 50 + i);
-
-    const TypeParam copy(original);
-    TypeParam assigned(1);
-    assigned.WriteSubAttribute(L"gone", L"x");
-    assigned = original;
-    original.WriteSubAttribute(L"order", L"5");
-    original.SetStatus(0);
-
-    for (const TypeParam* other : {&copy, static_cast<const TypeParam*>(&assigned)}) {
-        EXPECT_EQ(other->GetObjectId(), 9u);
-        EXPECT_EQ(other->GetStatus(), 3);
-        EXPECT_EQ(other->GetSubAttribute(L"order"), L"4");
-        EXPECT_FALSE(other->IsSubAttribute(L"gone"));
-        for (std::size_t i = 0; i < other->Links().size(); ++i)
-            EXPECT_EQ(other->Links()[i], static_cast<std::int32_t>(50 + i));
+    for (const RecordClass& recordClass : kRecordClasses) {
+        SCOPED_TRACE(recordClass.runTimeClass->m_lpszClassName);
+        body(recordClass);
     }
 }
 
-TYPED_TEST(EveryRecord, WithAnOwnerTellsIt)
+TEST(EveryRecord, IsMadeByItsRunTimeClass)
 {
-    TypeParam record;
-    const obmgr::RecordInfo& row = RowOf(record);
-    const bool isOwned = row.owner != objectdata::NoOwner && row.links.count == 1;
-    EXPECT_EQ((std::is_base_of_v<COwnedObject, TypeParam>), isOwned);
-    if constexpr (std::is_base_of_v<COwnedObject, TypeParam>) {
-        record.SetOwnerId(12);
-        EXPECT_EQ(record.GetOwnerId(), 12u);
-        EXPECT_EQ(record.Links()[0], 12);
-        record.SetOwnerId(0xFFFFFFFFul);
-        EXPECT_EQ(record.GetOwnerId(), 0xFFFFFFFFul);
-        EXPECT_EQ(record.Links()[0], -1);
-    }
+    ForEveryRecord([](const RecordClass& recordClass) {
+        const std::unique_ptr<CObject> made(recordClass.runTimeClass->CreateObject());
+        const auto* const record = dynamic_cast<CPipeObject*>(made.get());
+        ASSERT_NE(record, nullptr);
+        EXPECT_EQ(record->GetRuntimeClass(), recordClass.runTimeClass);
+        EXPECT_EQ(record->GetRuntimeClass()->m_lpszClassName, Narrow(RowOf(*record).className));
+        EXPECT_TRUE(record->IsKindOf(CPipeObject::GetThisClass()));
+    });
+}
+
+TEST(EveryRecord, StartsEmptyWithoutLinks)
+{
+    ForEveryRecord([](const RecordClass& recordClass) {
+        const RecordPtr record = recordClass.make();
+        EXPECT_EQ(record->GetObjectId(), 0u);
+        EXPECT_EQ(record->GetStatus(), 0);
+        EXPECT_EQ(static_cast<int>(record->Links().size()), RowOf(*record).links.count);
+        for (const std::int32_t link : record->Links())
+            EXPECT_EQ(link, 0);
+        EXPECT_TRUE(record->GetAttributes().IsEmpty());
+    });
+}
+
+TEST(EveryRecord, KnowsItsClassesByName)
+{
+    ForEveryRecord([](const RecordClass& recordClass) {
+        const RecordPtr record = recordClass.make();
+        EXPECT_TRUE(record->IsObjectClass(std::wstring(RowOf(*record).className).c_str()));
+        EXPECT_TRUE(record->IsObjectClass(L"CPipeObject"));
+        EXPECT_TRUE(record->IsObjectClass(L"CObject"));
+        int kinds = 0;
+        for (const obmgr::RecordInfo& row : obmgr::Records())
+            kinds += record->IsObjectClass(std::wstring(row.className).c_str());
+        EXPECT_EQ(kinds, 1) << "a record is of one record class";
+        EXPECT_FALSE(record->IsObjectClass(L""));
+        EXPECT_FALSE(record->IsObjectClass(nullptr));
+        EXPECT_FALSE(record->IsObjectClass(L"CSpa"));
+        EXPECT_FALSE(record->IsObjectClass(L"CSpanX"));
+    });
+}
+
+TEST(EveryRecord, TakesTheLinksOfItsRowInOrder)
+{
+    ForEveryRecord([](const RecordClass& recordClass) {
+        const RecordPtr record = recordClass.makeWithLinks();
+        EXPECT_EQ(record->GetObjectId(), 7u);
+        ASSERT_EQ(static_cast<int>(record->Links().size()), RowOf(*record).links.count);
+        for (std::size_t i = 0; i < record->Links().size(); ++i)
+            EXPECT_EQ(record->Links()[i], static_cast<std::int32_t>(101 + i));
+    });
+}
+
+TEST(EveryRecord, CopiesAndAssignsEverything)
+{
+    ForEveryRecord([](const RecordClass& recordClass) {
+        const RecordPtr original = recordClass.make();
+        original->SetObjectId(9);
+        original->SetStatus(3);
+        original->WriteSubAttribute(L"order", L"4");
+        for (int i = 0; i < static_cast<int>(original->Links().size()); ++i)
+            original->SetLink(i, 50 + i);
+
+        const RecordPtr copy = recordClass.copy(*original);
+        const RecordPtr assigned = recordClass.make();
+        assigned->WriteSubAttribute(L"gone", L"x");
+        recordClass.assign(*assigned, *original);
+        original->WriteSubAttribute(L"order", L"5");
+        original->SetStatus(0);
+
+        for (const CPipeObject* other : {copy.get(), assigned.get()}) {
+            EXPECT_EQ(other->GetObjectId(), 9u);
+            EXPECT_EQ(other->GetStatus(), 3);
+            EXPECT_EQ(other->GetSubAttribute(L"order"), L"4");
+            EXPECT_FALSE(other->IsSubAttribute(L"gone"));
+            for (std::size_t i = 0; i < other->Links().size(); ++i)
+                EXPECT_EQ(other->Links()[i], static_cast<std::int32_t>(50 + i));
+        }
+    });
+}
+
+TEST(EveryRecord, WithAnOwnerTellsIt)
+{
+    ForEveryRecord([](const RecordClass& recordClass) {
+        const RecordPtr record = recordClass.make();
+        const obmgr::RecordInfo& row = RowOf(*record);
+        EXPECT_EQ(recordClass.isOwned, row.owner != objectdata::NoOwner && row.links.count == 1);
+        auto* const owned = dynamic_cast<COwnedObject*>(record.get());
+        ASSERT_EQ(owned != nullptr, recordClass.isOwned);
+        if (!owned) return;
+        owned->SetOwnerId(12);
+        EXPECT_EQ(owned->GetOwnerId(), 12u);
+        EXPECT_EQ(owned->Links()[0], 12);
+        owned->SetOwnerId(0xFFFFFFFFul);
+        EXPECT_EQ(owned->GetOwnerId(), 0xFFFFFFFFul);
+        EXPECT_EQ(owned->Links()[0], -1);
+    });
 }
 
 // The owner under its own name.
-#define OBM_EXPECT_OWNER_NAME(Class, Name)                                                                             \
-    {                                                                                                                  \
-        Class record(1);                                                                                               \
-        record.Set##Name(77);                                                                                          \
-        EXPECT_EQ(record.Get##Name(), 77u) << #Class;                                                                  \
-        EXPECT_EQ(record.GetOwnerId(), 77u) << #Class;                                                                 \
-    }
+template <class Owned>
+void ExpectOwnerName(void (Owned::*set)(unsigned long), unsigned long (Owned::*get)() const, const char* className)
+{
+    Owned record(1);
+    (record.*set)(77);
+    EXPECT_EQ((record.*get)(), 77u) << className;
+    EXPECT_EQ(record.GetOwnerId(), 77u) << className;
+}
 
-TEST(RecordClasses, AnOwnerHasItsOwnName){
-    OBM_EXPECT_OWNER_NAME(CAreaSet, SpanId) OBM_EXPECT_OWNER_NAME(CAreatset, SpanId)
-        OBM_EXPECT_OWNER_NAME(CAreaInq, RouteId) OBM_EXPECT_OWNER_NAME(CAreaOutq, RouteId)
-            OBM_EXPECT_OWNER_NAME(CFixInq, RouteId) OBM_EXPECT_OWNER_NAME(CMountInq, RouteId)
-                OBM_EXPECT_OWNER_NAME(COutq, RouteId) OBM_EXPECT_OWNER_NAME(CGlChange, RouteId)
-                    OBM_EXPECT_OWNER_NAME(CLateral, RouteId) OBM_EXPECT_OWNER_NAME(CVjoint, RouteId)
-                        OBM_EXPECT_OWNER_NAME(CDivideSpanRec, WebId) OBM_EXPECT_OWNER_NAME(CSubSecRec, WebId)
-                            OBM_EXPECT_OWNER_NAME(CCalcfig, WebId) OBM_EXPECT_OWNER_NAME(CDrawfig, WebId)
-                                OBM_EXPECT_OWNER_NAME(CSheetfig, WebId) OBM_EXPECT_OWNER_NAME(CIcpInq, NodeID)
-                                    OBM_EXPECT_OWNER_NAME(CIcpInq, NodeId) OBM_EXPECT_OWNER_NAME(CNodeunit, NodeID)
-                                        OBM_EXPECT_OWNER_NAME(CInareaset, AreaInqId)
-                                            OBM_EXPECT_OWNER_NAME(COutareaset, AreaOutqId)
-                                                OBM_EXPECT_OWNER_NAME(CExecdivide, ExecId)
-                                                    OBM_EXPECT_OWNER_NAME(CLcarry, ExecId)
-                                                        OBM_EXPECT_OWNER_NAME(CProfilearea, ProfilearangId)
-                                                            OBM_EXPECT_OWNER_NAME(CProfilelayout, ProfilearangId)
-                                                                OBM_EXPECT_OWNER_NAME(CSheetarea, SheetarangId)}
+TEST(RecordClasses, AnOwnerHasItsOwnName)
+{
+    ExpectOwnerName(&CAreaSet::SetSpanId, &CAreaSet::GetSpanId, "CAreaSet");
+    ExpectOwnerName(&CAreatset::SetSpanId, &CAreatset::GetSpanId, "CAreatset");
+    ExpectOwnerName(&CAreaInq::SetRouteId, &CAreaInq::GetRouteId, "CAreaInq");
+    ExpectOwnerName(&CAreaOutq::SetRouteId, &CAreaOutq::GetRouteId, "CAreaOutq");
+    ExpectOwnerName(&CFixInq::SetRouteId, &CFixInq::GetRouteId, "CFixInq");
+    ExpectOwnerName(&CMountInq::SetRouteId, &CMountInq::GetRouteId, "CMountInq");
+    ExpectOwnerName(&COutq::SetRouteId, &COutq::GetRouteId, "COutq");
+    ExpectOwnerName(&CGlChange::SetRouteId, &CGlChange::GetRouteId, "CGlChange");
+    ExpectOwnerName(&CLateral::SetRouteId, &CLateral::GetRouteId, "CLateral");
+    ExpectOwnerName(&CVjoint::SetRouteId, &CVjoint::GetRouteId, "CVjoint");
+    ExpectOwnerName(&CDivideSpanRec::SetWebId, &CDivideSpanRec::GetWebId, "CDivideSpanRec");
+    ExpectOwnerName(&CSubSecRec::SetWebId, &CSubSecRec::GetWebId, "CSubSecRec");
+    ExpectOwnerName(&CCalcfig::SetWebId, &CCalcfig::GetWebId, "CCalcfig");
+    ExpectOwnerName(&CDrawfig::SetWebId, &CDrawfig::GetWebId, "CDrawfig");
+    ExpectOwnerName(&CSheetfig::SetWebId, &CSheetfig::GetWebId, "CSheetfig");
+    ExpectOwnerName(&CIcpInq::SetNodeID, &CIcpInq::GetNodeID, "CIcpInq");
+    ExpectOwnerName(&CIcpInq::SetNodeId, &CIcpInq::GetNodeId, "CIcpInq");
+    ExpectOwnerName(&CNodeunit::SetNodeID, &CNodeunit::GetNodeID, "CNodeunit");
+    ExpectOwnerName(&CInareaset::SetAreaInqId, &CInareaset::GetAreaInqId, "CInareaset");
+    ExpectOwnerName(&COutareaset::SetAreaOutqId, &COutareaset::GetAreaOutqId, "COutareaset");
+    ExpectOwnerName(&CExecdivide::SetExecId, &CExecdivide::GetExecId, "CExecdivide");
+    ExpectOwnerName(&CLcarry::SetExecId, &CLcarry::GetExecId, "CLcarry");
+    ExpectOwnerName(&CProfilearea::SetProfilearangId, &CProfilearea::GetProfilearangId, "CProfilearea");
+    ExpectOwnerName(&CProfilelayout::SetProfilearangId, &CProfilelayout::GetProfilearangId, "CProfilelayout");
+    ExpectOwnerName(&CSheetarea::SetSheetarangId, &CSheetarea::GetSheetarangId, "CSheetarea");
+}
 
 TEST(RecordClasses, ASpanHasTwoNodesAndARoute)
 {
