@@ -2,6 +2,8 @@
 
 #include <new>
 
+#include <xercesc/internal/XMLScanner.hpp>
+#include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
@@ -18,6 +20,17 @@ constexpr std::uint32_t kMostTakenForElement = 20'000;
 [[noreturn]] void RefuseAttributes()
 {
     throw new CPipeObjectException(CString(L"An element has too many attributes."));
+}
+
+// The parser lets half a surrogate pair pass at the end of a value. What it stands for could never be saved.
+bool HasHalfPair(const XMLCh* text)
+{
+    for (; *text; ++text) {
+        if ((*text & 0xF800) != 0xD800) continue;
+        if (*text >= 0xDC00 || (text[1] & 0xFC00) != 0xDC00) return true;
+        ++text;
+    }
+    return false;
 }
 
 } // namespace
@@ -67,6 +80,9 @@ void SafeParser::startElement(const xercesc::XMLElementDecl& declaration, const 
 {
     m_memory.NoteElement();
     if (attributeCount > kMostAttributes) RefuseAttributes();
+    for (XMLSize_t i = 0; i < attributeCount; ++i)
+        if (HasHalfPair(attributes.elementAt(i)->getValue()))
+            throw xercesc::SAXParseException(u"a value with half a character", *getScanner().getLocator());
     SAXParser::startElement(declaration, urlId, prefix, attributes, attributeCount, isEmpty, isRoot);
 }
 
