@@ -59,7 +59,7 @@ std::string declaredEncoding(std::string_view text)
 
 std::string commonName(const std::string& declared)
 {
-    const std::string name = upperCase(declared);
+    std::string name = upperCase(declared);
     for (const char* const alias : {"SHIFT-JIS", "SHIFT_JIS", "X-SJIS", "SJIS", "CP932", "MS932", "WINDOWS-31J"})
         if (name == alias) return "SHIFT_JIS";
     return name;

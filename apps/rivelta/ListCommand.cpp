@@ -159,6 +159,7 @@ private:
                                                   const std::vector<Condition>& conditions)
     {
         std::vector<std::pair<Column, const Condition*>> tests;
+        tests.reserve(conditions.size());
         for (const Condition& condition : conditions)
             tests.emplace_back(Column(record, condition.key), &condition);
         std::vector<const CPipeObject*> rows;
@@ -191,11 +192,13 @@ private:
     void PrintForPeople(const std::vector<const CPipeObject*>& rows, const std::vector<Column>& columns) const
     {
         std::vector<std::string> titles;
+        titles.reserve(columns.size());
         for (const Column& column : columns)
             titles.push_back(WithoutControls(column.Name()));
         Table table(titles);
         for (const CPipeObject* const object : rows) {
             std::vector<std::string> cells;
+            cells.reserve(columns.size());
             for (const Column& column : columns)
                 cells.push_back(column.TextOf(*object));
             table.AddRow(std::move(cells));
