@@ -24,7 +24,7 @@ protected:
 
     support::DefaultsForAllTags m_defaults;
     support::OpenManager m_manager;
-    const Values m_none;
+    const Values m_none{};
 };
 
 TEST_F(DeleteCascades, ANodeTakesItsUnitsAndInterceptorsAlong)
