@@ -38,11 +38,15 @@ struct SpanDesign {
     {
         for (long id = 1; id <= count; ++id) {
             auto* const span = new CSpan(static_cast<unsigned long>(id), 0, 0, 1);
+            // Room first, then what is left over given back: as the reader does it.
+            constexpr std::size_t kRoom = 128;
+            span->ReserveAttributes(kRoom);
             span->WriteSubAttribute(L"spname", L"幹線1号");
             span->WriteSubAttributeInt(L"spno", static_cast<int>(id));
             span->WriteSubAttribute(L"splength", L"31.4159265358979");
             span->WriteSubAttribute(L"spsecrecname", L"HPφ250");
             span->WriteSubAttribute(L"calcstylename", L"汚水原単位法");
+            span->ShrinkAttributes();
             manager.GetSpanDb().Add(id, span);
         }
         for (long id = 1; id <= count; ++id)
@@ -352,12 +356,13 @@ BENCHMARK(FindInSql)->Arg(kSizes[0])->Arg(kSizes[1])->Arg(kSizes[2]);
 BENCHMARK(OwnedIdsInSql)->Arg(kSizes[0])->Arg(kSizes[1])->Arg(kSizes[2]);
 BENCHMARK(AttributeInSql);
 #endif
+// Before the city: what its copies leave behind would be tidied up in the middle of these.
+BENCHMARK(AddRemove)->Arg(kSizes[0])->Arg(kSizes[2]);
+BENCHMARK(CreateObject)->Arg(kSizes[0])->Arg(kSizes[2])->Iterations(50);
 BENCHMARK(BeginCommit);
 BENCHMARK(InnerBeginCommit);
 BENCHMARK(BeginEditAbort);
 BENCHMARK(DeepCopy)->Unit(benchmark::kNanosecond);
-BENCHMARK(AddRemove)->Arg(kSizes[0])->Arg(kSizes[2]);
-BENCHMARK(CreateObject)->Arg(kSizes[0])->Arg(kSizes[2])->Iterations(50);
 
 int main(int argc, char** argv)
 {
