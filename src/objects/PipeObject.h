@@ -213,10 +213,10 @@ public:
 
     explicit CPipeSection(unsigned long objectId = 0) : CPipeObject(objectId) {}
     CPipeSection(const CPipeSection&) = default;
-    // The specification is not copied: it belongs to the attributes as they were when it was loaded.
+    // The dimensions are not copied: they belong to the attributes as they were when they were loaded.
     CPipeSection& operator=(const CPipeSection& other);
 
-    // Fills the specification from the attributes; with `keepLoaded` one that was loaded before stays. False for a
+    // Fills the dimensions from the attributes; with `keepLoaded` those that were loaded before stay. False for a
     // section that is of none of the five kinds.
     bool LoadSpec(bool keepLoaded);
     const tagSPEC& GetSpec() const { return m_spec ? *m_spec : EmptySpec(); }

@@ -1,4 +1,4 @@
-// The specification record of pipe sections.
+// The dimensions of pipe sections.
 
 #include "objects/Records.h"
 #include "objects/UnsetNumber.h"
@@ -82,7 +82,7 @@ TEST(PipeSection, BoxesFillTheirNumbers)
     EXPECT_EQ(closed.GetSpec().kind, L"cbox");
 }
 
-TEST(PipeSection, ALoadedSpecificationIsKeptWhenAskedTo)
+TEST(PipeSection, LoadedDimensionsAreKeptWhenAskedTo)
 {
     CEgg egg(4);
     egg.WriteSubAttribute(L"egdia", L"1");
@@ -94,7 +94,7 @@ TEST(PipeSection, ALoadedSpecificationIsKeptWhenAskedTo)
     EXPECT_EQ(egg.GetSpec().diameterOrTopWidth, 2.0);
 }
 
-TEST(PipeSection, AssigningForgetsTheSpecification)
+TEST(PipeSection, AssigningForgetsTheDimensions)
 {
     CPipe loaded(1);
     loaded.WriteSubAttribute(L"pedia", L"1");

@@ -180,7 +180,7 @@ TEST_F(RecordLookups, PipeInformationOfAnUnknownNameIsZero)
     EXPECT_EQ(m_type, L"") << "also in a design without sections";
 }
 
-TEST_F(RecordLookups, ASpecificationIsFetchedByName)
+TEST_F(RecordLookups, DimensionsAreFetchedByName)
 {
     m_manager.CreateCbox(values({{L"cbname", L"n"}, {L"cbwidth", L"2"}, {L"cbsectionkey", L"K"}}));
     CPipeSection::tagSPEC spec;

@@ -165,7 +165,7 @@ TEST_F(Transactions, AnAbortBringsTheMultiAreaAndTheDisposalTypeBack)
     EXPECT_EQ(m_manager.GetSectionObjectOriginal(sectionId)->GetDisposalType(), 2);
 }
 
-TEST_F(Transactions, AnAbortBringsALoadedSpecificationBack)
+TEST_F(Transactions, AnAbortBringsLoadedDimensionsBack)
 {
     CPipe* const pipe = m_manager.CreatePipe(values({{L"pedia", L"1"}}));
     pipe->LoadSpec(false);
