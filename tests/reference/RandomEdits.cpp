@@ -528,6 +528,17 @@ void RandomEdits::CompareFamilies()
     expectWhere(
         IntPos, [&](const Record& record) { return record.links[0] == owner || record.links[1] == owner; },
         [&](auto& ids) { return m_manager.GetIntPosIdList(owner, ids); });
+    // True for a list that was not empty before, as long as the table is not.
+    const auto expectLinked = [&](Type type, std::size_t link, auto&& fill) {
+        CList<long, long> ids;
+        ids.AddTail(-77);
+        std::vector<int> expected = IdsOf(m_model[type].Where(HasLink(link, owner)));
+        expected.insert(expected.begin(), -77);
+        EXPECT_EQ(fill(ids), m_model[type].First([](const Record&) { return true; }) != nullptr);
+        EXPECT_EQ(ToInts(ids), expected) << FamilyOf(type).name << " of " << owner;
+    };
+    expectLinked(Route, 0, [&](auto& ids) { return m_manager.GetRouteIdList(owner, ids); });
+    expectLinked(Span, 2, [&](auto& ids) { return m_manager.GetSpanIdList(owner, ids); });
     expectWhere(Spdxfin, HasNumber(L"sdispanid", owner),
                 [&](auto& ids) { return m_manager.GetSpdxfinIdList(owner, ids); });
     expectWhere(Drawbelttx, HasNumber(L"dbtspanid", owner),

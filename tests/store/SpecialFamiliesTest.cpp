@@ -51,6 +51,35 @@ TEST_F(SpecialFamilies, ACrossingPointBelongsToEitherOfItsObjectsOnce)
     EXPECT_THAT(of(50), IsEmpty());
 }
 
+TEST_F(SpecialFamilies, RoutesOfAWebAndSpansOfARouteAreListedInTableOrder)
+{
+    m_manager.CreateRoute(50, 0, values({}));
+    m_manager.CreateRoute(51, 0, values({}));
+    m_manager.CreateRoute(50, 1, values({}));
+    m_manager.CreateSpanNoarea(10, 11, 3, values({}));
+    m_manager.CreateSpanNoarea(11, 12, 1, values({}));
+    m_manager.CreateSpanNoarea(12, 13, 3, values({}));
+    EXPECT_THAT(idsOf([&](auto& ids) { return m_manager.GetRouteIdList(50, ids); }), ElementsAre(1, 3));
+    EXPECT_THAT(idsOf([&](auto& ids) { return m_manager.GetRouteIdList(60, ids); }), IsEmpty());
+    EXPECT_THAT(idsOf([&](auto& ids) { return m_manager.GetSpanIdList(3, ids); }), ElementsAre(4, 6));
+    m_manager.GetSpanObjectOriginal(6)->SetRouteId(1);
+    EXPECT_THAT(idsOf([&](auto& ids) { return m_manager.GetSpanIdList(3, ids); }), ElementsAre(4));
+    EXPECT_THAT(idsOf([&](auto& ids) { return m_manager.GetSpanIdList(1, ids); }), ElementsAre(5, 6));
+}
+
+TEST_F(SpecialFamilies, AListThatHeldSomethingBeforeCountsAsFoundUnlessTheTableIsEmpty)
+{
+    CList<long, long> ids;
+    ids.AddTail(99);
+    EXPECT_FALSE(m_manager.GetRouteIdList(50, ids));
+    EXPECT_FALSE(m_manager.GetSpanIdList(3, ids));
+    m_manager.CreateRoute(50, 0, values({}));
+    m_manager.CreateSpanNoarea(10, 11, 3, values({}));
+    EXPECT_TRUE(m_manager.GetRouteIdList(60, ids));
+    EXPECT_TRUE(m_manager.GetSpanIdList(60, ids));
+    EXPECT_EQ(ids.GetCount(), 1);
+}
+
 TEST_F(SpecialFamilies, SpanRecordsAreListedByTheKeyAndNotByTheOwner)
 {
     m_manager.CreateSpdxfin(1, values({{L"sdispanid", L"7"}}));
