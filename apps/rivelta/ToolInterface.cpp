@@ -48,7 +48,7 @@ void InstallSignalHandlers()
 {
     struct sigaction action = {};
     action.sa_handler = requestCancel;
-    action.sa_flags = SA_RESETHAND; // not SA_RESTART: a read that waits must end
+    action.sa_flags = static_cast<int>(SA_RESETHAND); // not SA_RESTART: a read that waits must end
     sigemptyset(&action.sa_mask);
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         // A program started with the signal ignored (nohup, a job in the background) leaves it so.
