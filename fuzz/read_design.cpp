@@ -1,30 +1,48 @@
 // Any bytes as a pipe data file: reading ends with a result and a text, what was read can be asked and written, and
 // what was written can be read again.
 
-#include "framework/File.h"
+#include "framework/CurrentDirectory.h"
 #include "persistence/PipeDataFile.h"
 #include "store/ObjectManager.h"
 
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
-#include <unistd.h>
 
 namespace {
 
-const std::string& Folder()
-{
-    static const std::string folder = [] {
+// Where the files of this process stand, removed at its end.
+class Folder {
+public:
+    Folder()
+    {
         char name[] = "/tmp/rivelta_fuzz_XXXXXX";
-        return std::string(::mkdtemp(name));
-    }();
+        m_path = ::mkdtemp(name);
+    }
+    ~Folder()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_path, ignored);
+    }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+    std::string File(const char* name) const { return m_path + "/" + name; }
+
+private:
+    std::string m_path;
+};
+
+const Folder& TheFolder()
+{
+    static const Folder folder;
     return folder;
 }
 
 CString PathOf(const char* name)
 {
-    const std::string path = Folder() + "/" + name;
+    const std::string path = TheFolder().File(name);
     return CString(std::wstring(path.begin(), path.end()).c_str());
 }
 
@@ -32,8 +50,10 @@ CString PathOf(const char* name)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
+    // A failed read leaves the process in the file's folder; the fuzzer's own paths begin where it was started.
+    const obmgr::CurrentDirectoryGuard before;
     {
-        FILE* const file = std::fopen((Folder() + "/in.xml").c_str(), "wb");
+        FILE* const file = std::fopen(TheFolder().File("in.xml").c_str(), "wb");
         if (!file) std::abort();
         std::fwrite(data, 1, size, file);
         std::fclose(file);
