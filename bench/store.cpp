@@ -16,7 +16,6 @@
 namespace {
 
 constexpr long kSizes[] = {10'000, 100'000, 1'000'000};
-constexpr long kAttributeObjects = 100'000;
 constexpr long kDesignSpans = 100'000; // about 350,000 objects
 
 // Ids in an order that no cache guesses.
@@ -106,7 +105,7 @@ void OwnedIds(benchmark::State& state)
 
 template <class Read> void ReadAttribute(benchmark::State& state, Read&& read)
 {
-    const long count = bench::Size(kAttributeObjects);
+    const long count = bench::Size(state.range(0));
     const CObjectManager& manager = Design(count).manager;
     const auto& ids = Shuffled(count);
     std::size_t at = 0;
@@ -210,7 +209,7 @@ void OwnedIdsInSql(benchmark::State& state)
 
 void AttributeInSql(benchmark::State& state)
 {
-    const long count = bench::Size(kAttributeObjects);
+    const long count = bench::Size(state.range(0));
     RunSql(state, count, "select json_extract(attributes, '$.splength') from span where id = ?", count);
 }
 #endif
@@ -348,13 +347,13 @@ void InstallNodeDefaults()
 BENCHMARK(FindObject)->Arg(kSizes[0])->Arg(kSizes[1])->Arg(kSizes[2]);
 BENCHMARK(FindInUnorderedMap)->Arg(kSizes[0])->Arg(kSizes[1])->Arg(kSizes[2]);
 BENCHMARK(OwnedIds)->Arg(kSizes[0])->Arg(kSizes[1])->Arg(kSizes[2]);
-BENCHMARK(AttributeText);
-BENCHMARK(AttributeInt);
-BENCHMARK(AttributeDouble);
+BENCHMARK(AttributeText)->Arg(kSizes[0])->Arg(kSizes[1]);
+BENCHMARK(AttributeInt)->Arg(kSizes[0])->Arg(kSizes[1]);
+BENCHMARK(AttributeDouble)->Arg(kSizes[0])->Arg(kSizes[1]);
 #ifdef RIVELTA_BENCH_SQLITE
 BENCHMARK(FindInSql)->Arg(kSizes[0])->Arg(kSizes[1])->Arg(kSizes[2]);
 BENCHMARK(OwnedIdsInSql)->Arg(kSizes[0])->Arg(kSizes[1])->Arg(kSizes[2]);
-BENCHMARK(AttributeInSql);
+BENCHMARK(AttributeInSql)->Arg(kSizes[0])->Arg(kSizes[1]);
 #endif
 // Before the city: what its copies leave behind would be tidied up in the middle of these.
 BENCHMARK(AddRemove)->Arg(kSizes[0])->Arg(kSizes[2]);
@@ -367,26 +366,30 @@ BENCHMARK(DeepCopy)->Unit(benchmark::kNanosecond);
 int main(int argc, char** argv)
 {
     InstallNodeDefaults();
-    return bench::Run(argc, argv,
-                      {
-                          {"find by id / unordered_map, 10k", "FindObject/10000", "FindInUnorderedMap/10000", 2.0},
-                          {"find by id / unordered_map, 100k", "FindObject/100000", "FindInUnorderedMap/100000", 2.0},
-                          {"find by id / unordered_map, 1M", "FindObject/1000000", "FindInUnorderedMap/1000000", 2.0},
-                          {"find by id / SQL, 10k", "FindObject/10000", "FindInSql/10000", 0.01},
-                          {"find by id / SQL, 100k", "FindObject/100000", "FindInSql/100000", 0.01},
-                          {"find by id / SQL, 1M", "FindObject/1000000", "FindInSql/1000000", 0.01},
-                          {"text attribute / SQL json_extract", "AttributeText", "AttributeInSql", 0.05},
-                          {"int attribute / SQL json_extract", "AttributeInt", "AttributeInSql", 0.05},
-                          {"double attribute / SQL json_extract", "AttributeDouble", "AttributeInSql", 0.05},
-                          {"ids by owner / SQL with index, 10k", "OwnedIds/10000", "OwnedIdsInSql/10000", 0.2},
-                          {"ids by owner / SQL with index, 100k", "OwnedIds/100000", "OwnedIdsInSql/100000", 0.2},
-                          {"ids by owner / SQL with index, 1M", "OwnedIds/1000000", "OwnedIdsInSql/1000000", 0.2},
-                          {"begin and commit / deep copy of maps", "BeginCommit", "DeepCopy", 0.02},
-                          {"begin and commit, ns an object", "BeginCommit", "objects", 30.0},
-                          {"extra heap of begin / live heap", "BeginCommit:bytes", "live heap", 0.15},
-                          {"begin, 100 edits, abort / begin and commit", "BeginEditAbort", "BeginCommit", 2.0},
-                          {"begin, 100 edits, abort / deep copy of maps", "BeginEditAbort", "DeepCopy", 0.02},
-                          {"add and remove, 1M / 10k", "AddRemove/1000000", "AddRemove/10000", 1.5},
-                          {"create, 1M / 10k", "CreateObject/1000000", "CreateObject/10000", 1.5},
-                      });
+    return bench::Run(
+        argc, argv,
+        {
+            {"find by id / unordered_map, 10k", "FindObject/10000", "FindInUnorderedMap/10000", 2.0},
+            {"find by id / unordered_map, 100k", "FindObject/100000", "FindInUnorderedMap/100000", 2.0},
+            {"find by id / unordered_map, 1M", "FindObject/1000000", "FindInUnorderedMap/1000000", 2.0},
+            {"find by id / SQL, 10k", "FindObject/10000", "FindInSql/10000", 0.01},
+            {"find by id / SQL, 100k", "FindObject/100000", "FindInSql/100000", 0.01},
+            {"find by id / SQL, 1M", "FindObject/1000000", "FindInSql/1000000", 0.01},
+            {"text attribute / SQL json_extract, 10k", "AttributeText/10000", "AttributeInSql/10000", 0.05},
+            {"int attribute / SQL json_extract, 10k", "AttributeInt/10000", "AttributeInSql/10000", 0.05},
+            {"double attribute / SQL json_extract, 10k", "AttributeDouble/10000", "AttributeInSql/10000", 0.05},
+            {"text attribute / SQL json_extract, 100k", "AttributeText/100000", "AttributeInSql/100000", 0.05},
+            {"int attribute / SQL json_extract, 100k", "AttributeInt/100000", "AttributeInSql/100000", 0.05},
+            {"double attribute / SQL json_extract, 100k", "AttributeDouble/100000", "AttributeInSql/100000", 0.05},
+            {"ids by owner / SQL with index, 10k", "OwnedIds/10000", "OwnedIdsInSql/10000", 0.2},
+            {"ids by owner / SQL with index, 100k", "OwnedIds/100000", "OwnedIdsInSql/100000", 0.2},
+            {"ids by owner / SQL with index, 1M", "OwnedIds/1000000", "OwnedIdsInSql/1000000", 0.2},
+            {"begin and commit / deep copy of maps", "BeginCommit", "DeepCopy", 0.02},
+            {"begin and commit, ns an object", "BeginCommit", "objects", 30.0},
+            {"extra heap of begin / live heap", "BeginCommit:bytes", "live heap", 0.15},
+            {"begin, 100 edits, abort / begin and commit", "BeginEditAbort", "BeginCommit", 2.0},
+            {"begin, 100 edits, abort / deep copy of maps", "BeginEditAbort", "DeepCopy", 0.02},
+            {"add and remove, 1M / 10k", "AddRemove/1000000", "AddRemove/10000", 1.5},
+            {"create, 1M / 10k", "CreateObject/1000000", "CreateObject/10000", 1.5},
+        });
 }
