@@ -5,25 +5,6 @@
 
 namespace obmgr {
 
-// Blocks of eight ids are scattered, the ids of a block stay together: designs number their objects in runs.
-std::size_t IdIndex::Home(std::int32_t id) const
-{
-    const auto bits = static_cast<std::uint32_t>(id);
-    const std::uint64_t block = (bits >> 3) * std::uint64_t{0x9E3779B97F4A7C15};
-    return ((block >> m_shift) << 3) | (bits & 7);
-}
-
-std::uint32_t IdIndex::Find(std::int32_t id) const
-{
-    if (m_slots.empty()) return kNone;
-    const std::size_t mask = m_slots.size() - 1;
-    for (std::size_t at = Home(id);; at = (at + 1) & mask) {
-        const Slot& slot = m_slots[at];
-        if (slot.position == kNone) return kNone;
-        if (slot.id == id) return slot.position;
-    }
-}
-
 void IdIndex::Insert(std::int32_t id, std::uint32_t position)
 {
     if ((m_count + 1) * 10 > m_slots.size() * 7) Grow();

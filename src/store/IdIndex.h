@@ -14,7 +14,16 @@ class RIVELTA_API IdIndex {
 public:
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
-    std::uint32_t Find(std::int32_t id) const;
+    std::uint32_t Find(std::int32_t id) const
+    {
+        if (m_slots.empty()) return kNone;
+        const std::size_t mask = m_slots.size() - 1;
+        for (std::size_t at = Home(id);; at = (at + 1) & mask) {
+            const Slot& slot = m_slots[at];
+            if (slot.position == kNone) return kNone;
+            if (slot.id == id) return slot.position;
+        }
+    }
     void Insert(std::int32_t id, std::uint32_t position);  // the id is not in it
     void Replace(std::int32_t id, std::uint32_t position); // the id is in it
     void Erase(std::int32_t id);                           // the id is in it
@@ -26,7 +35,13 @@ private:
         std::int32_t id = 0;
         std::uint32_t position = kNone;
     };
-    std::size_t Home(std::int32_t id) const;
+    // Blocks of eight ids are scattered, the ids of a block stay together: designs number their objects in runs.
+    std::size_t Home(std::int32_t id) const
+    {
+        const auto bits = static_cast<std::uint32_t>(id);
+        const std::uint64_t block = (bits >> 3) * std::uint64_t{0x9E3779B97F4A7C15};
+        return ((block >> m_shift) << 3) | (bits & 7);
+    }
     void Grow();
 
     std::vector<Slot> m_slots; // a power of two

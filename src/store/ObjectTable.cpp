@@ -82,12 +82,6 @@ bool ObjectTable::Remove(CPipeObject* object)
     return true;
 }
 
-CPipeObject* ObjectTable::Find(long id) const
-{
-    const std::uint32_t position = m_byId.Find(Id32(id));
-    return position == IdIndex::kNone ? nullptr : m_live[position];
-}
-
 void ObjectTable::Clear()
 {
     if (m_saved) {

@@ -7,6 +7,7 @@
 
 #include "common/Export.h"
 #include "common/FunctionRef.h"
+#include "common/Id32.h"
 #include "objects/PipeObject.h"
 #include "store/IdIndex.h"
 #include "store/PositionMap.h"
@@ -57,7 +58,11 @@ public:
     // ---- the list ----
     bool Add(long id, CPipeObject* object);
     bool Remove(CPipeObject* object);
-    CPipeObject* Find(long id) const;
+    CPipeObject* Find(long id) const
+    {
+        const std::uint32_t position = m_byId.Find(Id32(id));
+        return position == IdIndex::kNone ? nullptr : m_live[position];
+    }
     bool FileOutAll(CStdioFile& file, int* counter, CDlgProgress* progress, int dataver) const;
     void Clear();
     std::size_t Count() const { return m_count; }
