@@ -48,6 +48,7 @@ struct Attributes::Block {
     std::uint32_t count = 0;
     std::uint32_t used = 0;
     std::uint32_t capacity = 0;
+    KeyId greatestKey = 0; // a key above it is new: records mostly come with their keys in rising order
 
     unsigned char* Bytes() { return reinterpret_cast<unsigned char*>(this + 1); }
 
@@ -162,6 +163,7 @@ void Attributes::Own(std::size_t capacity)
     Block* const copy = Block::Allocate(std::max<std::size_t>(capacity, block->used));
     copy->count = block->count;
     copy->used = block->used;
+    copy->greatestKey = block->greatestKey;
     std::memcpy(copy->Bytes(), block->Bytes(), block->used);
     Release();
     m_rep = reinterpret_cast<std::uintptr_t>(copy);
@@ -175,7 +177,8 @@ void Attributes::Set(KeyId key, std::string_view value)
     const std::size_t needed = used + 2 * kMaxVarint + value.size();
     if (needed > kMaxFlatBytes || Count() >= kMaxFlatKeys) return SetWide(key, value);
 
-    const std::string_view old = Find(key);
+    const bool isSurelyNew = !m_rep || key > AsBlock()->greatestKey;
+    const std::string_view old = isSurelyNew ? std::string_view() : Find(key);
     if (old.data() && old == value) return;
     // The value may stand in the block that is about to move.
     std::string kept;
@@ -195,6 +198,7 @@ void Attributes::Set(KeyId key, std::string_view value)
         if (!value.empty()) std::memcpy(end + headLength, value.data(), value.size());
         block.used = static_cast<std::uint32_t>(used + headLength + value.size());
         ++block.count;
+        block.greatestKey = std::max(block.greatestKey, key);
         return;
     }
 
