@@ -17,10 +17,19 @@ namespace {
 
 CString ToText(std::string_view utf8)
 {
+    // Most values are short: they need no room but the result's own.
+    constexpr std::size_t kShort = 64;
+    if (utf8.size() <= kShort) {
+        wchar_t text[kShort];
+        int length = 0;
+        for (std::size_t at = 0; at < utf8.size();)
+            text[length++] = static_cast<wchar_t>(obmgr::DecodeLossless(utf8, at));
+        return CString(text, length);
+    }
     std::wstring text;
     text.reserve(utf8.size());
     obmgr::AppendWide(text, utf8);
-    return CString(text.c_str(), static_cast<int>(text.size()));
+    return CString(std::move(text));
 }
 
 std::wstring_view ViewOf(const wchar_t* text)
