@@ -31,12 +31,16 @@ public:
 // Opens the protected members.
 class OpenManager : public CObjectManager {
 public:
+    using CObjectManager::GetConnectRouteSortOrder;
     using CObjectManager::GetDefFunctionName;
     using CObjectManager::GetDistancePtPt;
+    using CObjectManager::GetLastSpanFromRoute;
     using CObjectManager::GetMaxObjectId;
     using CObjectManager::IsIdContain;
     using CObjectManager::IssueObjectId;
+    using CObjectManager::ReverseSpanInRoute;
     using CObjectManager::SetObjectId;
+    using CObjectManager::SetUpperRouteObject;
 };
 
 // The pairs of a Create call: values({{L"order", L"1"}}).
