@@ -4,4 +4,5 @@
 #include "framework/Array.h"
 #include "framework/List.h"
 #include "framework/Map.h"
+#include "framework/PtrArray.h"
 #include "framework/PtrList.h"
