@@ -9,14 +9,6 @@ namespace {
 
 using Objects = std::vector<CPipeObject*>;
 
-// False at the first object that is gone by then: an earlier removal took all objects of its id.
-bool RemoveAll(obmgr::ObjectTable& table, const Objects& objects)
-{
-    for (CPipeObject* object : objects)
-        if (table.Find(object->GetId32()) && !table.Remove(object)) return false;
-    return true;
-}
-
 Objects OwnedBy(const obmgr::ObjectTable& table, long ownerId)
 {
     Objects found;
@@ -36,7 +28,7 @@ bool CObjectManager::DeleteByText(obmgr::ObjectTable& table, const wchar_t* key,
         found.push_back(&object);
         return true;
     });
-    RemoveAll(table, found);
+    table.RemoveAll(found);
     return !found.empty();
 }
 
@@ -47,27 +39,27 @@ bool CObjectManager::DeleteByNumber(obmgr::ObjectTable& table, const wchar_t* ke
         found.push_back(&object);
         return true;
     });
-    return RemoveAll(table, found);
+    return table.RemoveAll(found);
 }
 
 // False when the owner had none.
 bool CObjectManager::DeleteOwned(obmgr::ObjectTable& table, long ownerId)
 {
     const Objects found = OwnedBy(table, ownerId);
-    RemoveAll(table, found);
+    table.RemoveAll(found);
     return !found.empty();
 }
 
 bool CObjectManager::DeleteNodeObject(long nodeId)
 {
-    if (!RemoveAll(m_Nodeunit.Untyped(), OwnedBy(m_Nodeunit.Untyped(), nodeId))) return false;
+    if (!m_Nodeunit.Untyped().RemoveAll(OwnedBy(m_Nodeunit.Untyped(), nodeId))) return false;
     if (!DeleteIcpInqByNode(nodeId)) return false;
     return m_Node.Remove(m_Node.Find(nodeId));
 }
 
 bool CObjectManager::DeleteIcpInqByNode(long nodeId)
 {
-    return RemoveAll(m_IcpInq.Untyped(), OwnedBy(m_IcpInq.Untyped(), nodeId));
+    return m_IcpInq.Untyped().RemoveAll(OwnedBy(m_IcpInq.Untyped(), nodeId));
 }
 
 bool CObjectManager::DeleteAreaInqObject(long id)
@@ -177,8 +169,8 @@ bool CObjectManager::DeleteQrrivertimeObject(const CString& methodName)
 bool CObjectManager::DeleteExecObject(long id)
 {
     if (!m_Exec.Remove(m_Exec.Find(id))) return false;
-    return RemoveAll(m_Execdivide.Untyped(), OwnedBy(m_Execdivide.Untyped(), id)) &&
-           RemoveAll(m_Lcarry.Untyped(), OwnedBy(m_Lcarry.Untyped(), id));
+    return m_Execdivide.Untyped().RemoveAll(OwnedBy(m_Execdivide.Untyped(), id)) &&
+           m_Lcarry.Untyped().RemoveAll(OwnedBy(m_Lcarry.Untyped(), id));
 }
 
 bool CObjectManager::DeleteGeometryObject(long ownerId)

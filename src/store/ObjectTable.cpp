@@ -41,8 +41,9 @@ bool ObjectTable::Add(long id, CPipeObject* object)
 {
     const std::int32_t listed = Id32(id);
     if (!object || object->m_table || listed >= kIdLimit || IsOnIdList(listed)) return false;
-    const auto retired = std::find(m_retired.begin(), m_retired.end(), object->m_isRetired ? object : nullptr);
-    if (object->m_isRetired && retired == m_retired.end()) return false; // another manager keeps it
+    const auto end = m_retired.end();
+    const auto retired = object->m_isRetired ? std::find(m_retired.begin(), end, object) : end;
+    if (object->m_isRetired && retired == end) return false; // another manager keeps it
     if (listed != object->m_id) MakeRoomForShift(listed, object->m_id);
     const auto position = static_cast<std::uint32_t>(m_live.size());
     m_live.push_back(nullptr);
@@ -82,6 +83,13 @@ bool ObjectTable::Remove(CPipeObject* object)
     return true;
 }
 
+bool ObjectTable::RemoveAll(const std::vector<CPipeObject*>& objects)
+{
+    for (CPipeObject* object : objects)
+        if (Find(object->GetId32()) && !Remove(object)) return false;
+    return true;
+}
+
 void ObjectTable::Clear()
 {
     if (m_saved) {
@@ -101,6 +109,8 @@ void ObjectTable::Clear()
     m_moreById.clear();
     m_idListDelta.clear();
     DropValueIndexes();
+    for (ValueWatch* watch : m_watches)
+        watch->Cleared();
     DestroyRetired();
 }
 
@@ -278,18 +288,33 @@ void ObjectTable::AfterValueChange(CPipeObject& object) noexcept
         // An index that misses an object would change results; without one, the next query builds it anew.
         DropValueIndexes();
     }
+    for (ValueWatch* watch : m_watches)
+        watch->AfterValueChange(*this, object);
 }
 
 void ObjectTable::BeforeValueChange(CPipeObject& object) noexcept
 {
     for (const auto& index : m_indexes)
         if (PositionMap::Slot* const slot = index->positions.Find(HashOf(*index, object))) slot->isDoubtful = true;
+    for (ValueWatch* watch : m_watches)
+        watch->BeforeValueChange(*this, object);
 }
 
 void ObjectTable::DropValueIndexes() noexcept
 {
     m_indexes.clear();
-    wantsValueChange = false;
+    wantsValueChange = !m_watches.empty();
+}
+
+void ObjectTable::Watch(ValueWatch& watch)
+{
+    if (std::find(m_watches.begin(), m_watches.end(), &watch) == m_watches.end()) m_watches.push_back(&watch);
+    wantsValueChange = true;
+}
+
+void ObjectTable::Unwatch(ValueWatch& watch) noexcept
+{
+    m_watches.erase(std::remove(m_watches.begin(), m_watches.end(), &watch), m_watches.end());
 }
 
 std::uint64_t ObjectTable::HashOf(const ValueIndex& index, const CPipeObject& object) const
@@ -374,13 +399,24 @@ void ObjectTable::Query(ValueIndex::Kind kind, std::uint32_t field, std::uint64_
         if (!visit(*found[i])) return;
 }
 
-void ObjectTable::AppendIdsByLink(int link, std::int32_t id, CList<long, long>& ids) const
+std::span<const PositionMap::Entry> ObjectTable::EntriesByLink(int link, std::int32_t id) const
 {
     ValueIndex& index = IndexFor(ValueIndex::Kind::Link, static_cast<std::uint32_t>(link));
     PositionMap::Slot* const slot = index.positions.Find(HashOfNumber(id));
-    if (!slot) return;
+    if (!slot) return {};
     if (slot->isDoubtful) Refresh(index, *slot, HashOfNumber(id));
-    for (const PositionMap::Entry entry : slot->entries)
+    return slot->entries;
+}
+
+CPipeObject* ObjectTable::FirstByLink(int link, std::int32_t id) const
+{
+    const auto entries = EntriesByLink(link, id);
+    return entries.empty() ? nullptr : m_live[entries.front().position];
+}
+
+void ObjectTable::AppendIdsByLink(int link, std::int32_t id, CList<long, long>& ids) const
+{
+    for (const PositionMap::Entry entry : EntriesByLink(link, id))
         ids.AddTail(entry.id);
 }
 

@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
@@ -24,6 +25,21 @@ class CDlgProgress;
 class CStdioFile;
 
 namespace obmgr {
+
+class ObjectTable;
+
+// Told of every change of an id, a link or an attribute in a table. A removal is told before it happens only, an
+// addition after it.
+class ValueWatch {
+public:
+    virtual void BeforeValueChange(const ObjectTable& table, const CPipeObject& object) noexcept = 0;
+    virtual void AfterValueChange(const ObjectTable& table, const CPipeObject& object) noexcept = 0;
+    // All objects went at once.
+    virtual void Cleared() noexcept = 0;
+
+protected:
+    ~ValueWatch() = default;
+};
 
 class RIVELTA_API ObjectTable final : public TableListener {
 public:
@@ -58,6 +74,9 @@ public:
     // ---- the list ----
     bool Add(long id, CPipeObject* object);
     bool Remove(CPipeObject* object);
+    // Each that is still there by its turn: an earlier removal takes all objects of its id along. False, with the rest
+    // left in place, at a removal that fails.
+    bool RemoveAll(const std::vector<CPipeObject*>& objects);
     CPipeObject* Find(long id) const
     {
         const std::uint32_t position = m_byId.Find(Id32(id));
@@ -88,17 +107,26 @@ public:
     CPipeObject* First() const { return At(NextPosition(0)); }
     // Which of two objects of this table comes first.
     bool IsBefore(const CPipeObject& a, const CPipeObject& b) const { return a.m_position < b.m_position; }
+    // Whether two objects have one id, which a direct change of an id can bring about.
+    bool HasSharedIds() const { return !m_moreById.empty(); }
 
     // ---- queries by link or value, in list order ----
     using Visitor = FunctionRef<bool(CPipeObject&)>; // false ends the query
     void VisitByLink(int link, std::int32_t id, Visitor visit) const;
-    // Appends the ids alone, without a look at the objects.
+    CPipeObject* FirstByLink(int link, std::int32_t id) const;
+    std::size_t CountByLink(int link, std::int32_t id) const { return EntriesByLink(link, id).size(); }
+    // Positions and ids, without a look at the objects. Good until the table changes or is asked for another id.
+    std::span<const PositionMap::Entry> EntriesByLink(int link, std::int32_t id) const;
     void AppendIdsByLink(int link, std::int32_t id, CList<long, long>& ids) const;
     // An absent key reads as the empty text.
     void VisitByText(const wchar_t* key, std::wstring_view text, Visitor visit) const;
     CPipeObject* FirstByText(const wchar_t* key, std::wstring_view text) const;
     // The value read as an integer, 0 for an absent key.
     void VisitByNumber(const wchar_t* key, long number, Visitor visit) const;
+
+    // ---- watches, borrowed ----
+    void Watch(ValueWatch& watch);
+    void Unwatch(ValueWatch& watch) noexcept;
 
     // ---- transactions ----
     void Begin();
@@ -164,6 +192,7 @@ private:
     std::unordered_map<std::int32_t, int> m_idListDelta;
     std::vector<CPipeObject*> m_retired; // owned
     mutable std::vector<std::unique_ptr<ValueIndex>> m_indexes;
+    std::vector<ValueWatch*> m_watches;
     mutable unsigned m_walks = 0;
     unsigned m_transactionCount = 0;
     std::optional<Snapshot> m_saved;
