@@ -1,6 +1,13 @@
-// Making webs and spans. What they bring along: a web its digit settings, a span its area record.
+// Making webs, spans and routes. What they bring along: a web its digit settings, a span its area record.
 
+#include "network/Links.h"
 #include "store/FamilyBodies.h"
+
+namespace {
+
+const CArray<CKeyValue, CKeyValue> kNoValues;
+
+} // namespace
 
 bool CObjectManager::CreateWeb(int disposalType, const CArray<CKeyValue, CKeyValue>& values, long* newId)
 {
@@ -12,8 +19,8 @@ CWeb* CObjectManager::CreateWeb(int disposalType, const CArray<CKeyValue, CKeyVa
     CWeb* const web = CreateIn(m_Web, values, disposalType);
     if (!web) return nullptr;
     const long webId = web->GetId32();
-    const CArray<CKeyValue, CKeyValue> none;
-    const bool complete = CreateCalcfig(webId, none) && CreateDrawfig(webId, none) && CreateSheetfig(webId, none);
+    const bool complete =
+        CreateCalcfig(webId, kNoValues) && CreateDrawfig(webId, kNoValues) && CreateSheetfig(webId, kNoValues);
     return complete ? web : nullptr;
 }
 
@@ -23,7 +30,7 @@ bool CObjectManager::CreateSpan(long upperNodeId, long lowerNodeId, long routeId
     // The id is told even when the area record then fails: the span stays.
     CSpan* const span = CreateSpanNoarea(upperNodeId, lowerNodeId, routeId, values);
     if (!obmgr::GiveId(span, newId)) return false;
-    return CreateAreaSet(span->GetId32(), CArray<CKeyValue, CKeyValue>()) != nullptr;
+    return CreateAreaSet(span->GetId32(), kNoValues) != nullptr;
 }
 
 CSpan* CObjectManager::CreateSpan(long upperNodeId, long lowerNodeId, long routeId,
@@ -31,7 +38,7 @@ CSpan* CObjectManager::CreateSpan(long upperNodeId, long lowerNodeId, long route
 {
     CSpan* const span = CreateSpanNoarea(upperNodeId, lowerNodeId, routeId, values);
     if (!span) return nullptr;
-    return CreateAreaSet(span->GetId32(), CArray<CKeyValue, CKeyValue>()) ? span : nullptr;
+    return CreateAreaSet(span->GetId32(), kNoValues) ? span : nullptr;
 }
 
 bool CObjectManager::CreateSpanNoarea(long upperNodeId, long lowerNodeId, long routeId,
@@ -44,4 +51,42 @@ CSpan* CObjectManager::CreateSpanNoarea(long upperNodeId, long lowerNodeId, long
                                         const CArray<CKeyValue, CKeyValue>& values)
 {
     return CreateIn(m_Span, values, upperNodeId, lowerNodeId, routeId);
+}
+
+CRoute* CObjectManager::CreateRouteSpanNode(long webId, long connectId, const CArray<CKeyValue, CKeyValue>& values,
+                                            CSpan*& span)
+{
+    if (!m_Web.Find(webId)) return nullptr;
+    const int number = GetSpanNumInWeb(webId) + 1;
+    long spanId = 0;
+    long upperNode = 0;
+    if (obmgr::Id32(connectId) != 0) {
+        long top = 0;
+        long topSpan = 0;
+        if (!GetMostUpperNodeId(connectId, top) || !GetSpanConnectUpperNode(top, connectId, topSpan) ||
+            !CreateSpanNode(topSpan, kNoValues, &spanId, &upperNode, false))
+            return nullptr;
+    } else {
+        long flowEnd = 0;
+        if (!GetFlowEndNodeId(webId, flowEnd) && !CreateNode(kNoValues, &flowEnd)) return nullptr;
+        if (!CreateNode(kNoValues, &upperNode) || !CreateSpan(upperNode, flowEnd, 0, kNoValues, &spanId))
+            return nullptr;
+    }
+    m_Node.Find(upperNode)->WriteSubAttributeInt(L"order", number);
+    CRoute* const route = CreateRoute(webId, connectId, values);
+    if (!route) return nullptr; // the span keeps the route id that it had for the time being
+    CSpan* const made = m_Span.Find(spanId);
+    made->SetRouteId(route->GetObjectId());
+    made->WriteSubAttributeInt(L"order", number);
+    made->WriteSubAttribute(L"spno", L"1");
+    WriteDefaultCalcStyle(*made, webId);
+    span = made;
+    return route;
+}
+
+void CObjectManager::WriteDefaultCalcStyle(CSpan& span, long webId)
+{
+    const CWeb* const web = m_Web.Find(webId);
+    if (web && !m_Project.IsEmpty())
+        span.WriteSubAttribute(L"calcstylename", GetDefFunctionName(web->GetDisposalType()));
 }

@@ -18,6 +18,11 @@ public:
 
 namespace obmgr {
 
+// The link fields, in the order of the type table.
+enum SpanLink { kUpperNode, kLowerNode, kRouteOfSpan };
+enum RouteLink { kWebOfRoute, kConnect };
+constexpr int kOwner = 0; // of the types with one owner
+
 // ---- the owner under its own name ----
 template <OBJECTTYPE Owner> class OwnedBy : public COwnedObject {
 public:

@@ -10,6 +10,10 @@
 IMPLEMENT_DYNCREATE(CObjectManager, CDocument)
 
 CObjectManager::CObjectManager()
+    : m_touchedRoutes({{&m_Span.Untyped(), obmgr::kRouteOfSpan}, {&m_Route.Untyped(), obmgr::TouchedIds::kOwnId}}),
+      m_touchedNodes({{&m_Node.Untyped(), obmgr::TouchedIds::kOwnId},
+                      {&m_Span.Untyped(), obmgr::kUpperNode},
+                      {&m_Span.Untyped(), obmgr::kLowerNode}})
 {
     obmgr::EnsureLibraryStarted();
 }

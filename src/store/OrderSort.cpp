@@ -134,4 +134,16 @@ void SortByOrder(const ObjectTable& table, std::vector<long>& ids)
     ids = std::move(sorted);
 }
 
+void SortByNumber(const ObjectTable& table, const wchar_t* key, CList<long, long>& ids)
+{
+    std::vector<std::pair<int, long>> items;
+    for (const long id : ids)
+        if (const CPipeObject* const object = table.Find(id))
+            items.emplace_back(object->GetSubAttributeInt(key, 0), id);
+    std::stable_sort(items.begin(), items.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    ids.RemoveAll();
+    for (const auto& item : items)
+        ids.AddTail(item.second);
+}
+
 } // namespace obmgr

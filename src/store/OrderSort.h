@@ -16,4 +16,7 @@ RIVELTA_API std::vector<std::size_t> ExchangeSortOrder(const std::vector<long>& 
 // Sorts by the integer key "order" of the objects.
 void SortByOrder(const ObjectTable& table, std::vector<long>& ids);
 
+// Rising by an integer key, equal ones in their order; ids that no object has are dropped.
+void SortByNumber(const ObjectTable& table, const wchar_t* key, CList<long, long>& ids);
+
 } // namespace obmgr

@@ -33,19 +33,6 @@ struct AreaKeys {
 constexpr AreaKeys kInflowKeys{L"iasratiosetnum", L"iashousel", L"iashouser", L"iasarea"};
 constexpr AreaKeys kOutflowKeys{L"oasratiosetnum", L"oashousel", L"oashouser", L"oasarea"};
 
-// Rising by the integer key, equal ones in their order; ids that no object has are dropped.
-void SortByNumber(const obmgr::ObjectTable& table, const wchar_t* key, CList<long, long>& ids)
-{
-    std::vector<std::pair<int, long>> items;
-    for (const long id : ids)
-        if (const CPipeObject* const object = table.Find(id))
-            items.emplace_back(object->GetSubAttributeInt(key, 0), id);
-    std::stable_sort(items.begin(), items.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
-    ids.RemoveAll();
-    for (const auto& item : items)
-        ids.AddTail(item.second);
-}
-
 void SumAreas(const obmgr::ObjectTable& table, const AreaKeys& keys, const CList<long, long>& ids,
               const CMapStringToString& commentOfNumber, double& houses, double& area, CStringArray& numbers,
               CStringArray& comments)
@@ -204,16 +191,6 @@ void CObjectManager::GetSectGroupNameList(CStringArray& names) const
 {
     for (const CSectGroup* group : m_SectGroup)
         names.Add(group->GetSubAttribute(L"sgname"));
-}
-
-void CObjectManager::SortInareasetIdList(CList<long, long>& ids) const
-{
-    SortByNumber(m_Inareaset.Untyped(), kInflowKeys.number, ids);
-}
-
-void CObjectManager::SortOutareasetIdList(CList<long, long>& ids) const
-{
-    SortByNumber(m_Outareaset.Untyped(), kOutflowKeys.number, ids);
 }
 
 bool CObjectManager::GetSumHouseAreaOfAreainq(unsigned long id, double& houses, double& area, CStringArray& numbers,
