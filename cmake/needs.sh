@@ -21,4 +21,4 @@ install_needs() {
 
 run_needs=(g++ cmake ninja-build libxerces-c-dev libicu-dev libcli11-dev libfmt-dev nlohmann-json3-dev)
 test_needs=("${run_needs[@]}" git pkg-config libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev
-    libsqlite3-dev libpugixml-dev clang-14 libclang-rt-14-dev llvm-14 clang-format-14 clang-tidy-14)
+    libsqlite3-dev libpugixml-dev libboost-graph-dev clang-14 libclang-rt-14-dev llvm-14 clang-format-14 clang-tidy-14)
