@@ -70,6 +70,7 @@ bool CObjectManager::LinesOf(const CList<long, long>& set, bool fromBelow,
 {
     CList<long, long> heads;
     if (!GetUpperRouteId(set, heads)) return false;
+    if (heads.IsEmpty()) return true; // a ring has no head, and so no line
 
     struct Member {
         std::int32_t below = 0; // 0 where the set ends

@@ -44,15 +44,17 @@ bool CObjectManager::CreateSpanNode(long spanId, const CArray<CKeyValue, CKeyVal
                                     long* newNodeId, bool below)
 {
     CSpan* const span = m_Span.Find(spanId);
-    return span && CreateNumberedSpan(*span, values, below, GetSpanNumInWeb(GetWebIdFromSpan(span)) + 1, newSpanId,
-                                      newNodeId) != nullptr;
+    if (!span) return false;
+    const long webId = GetWebIdFromSpan(span);
+    CSpan* const made = CreateNumberedSpan(*span, values, below, GetSpanNumInWeb(webId) + 1, newSpanId, newNodeId);
+    if (made) WriteDefaultCalcStyle(*made, webId);
+    return made != nullptr;
 }
 
-// With `number` as "order" of both and the web's calculation style. Null on failure.
+// With `number` as "order" of both. Null on failure.
 CSpan* CObjectManager::CreateNumberedSpan(CSpan& span, const CArray<CKeyValue, CKeyValue>& values, bool below,
                                           int number, long* newSpanId, long* newNodeId)
 {
-    const long webId = GetWebIdFromSpan(&span);
     CNode* const node = CreateNode(kNoValues);
     if (!node) return nullptr;
     node->WriteSubAttributeInt(L"order", number);
@@ -60,7 +62,6 @@ CSpan* CObjectManager::CreateNumberedSpan(CSpan& span, const CArray<CKeyValue, C
     CSpan* const made = CreateSpanTo(*node, span, values, below, newSpanId);
     if (!made) return nullptr;
     made->WriteSubAttributeInt(L"order", number);
-    WriteDefaultCalcStyle(*made, webId);
     return made;
 }
 
@@ -71,12 +72,15 @@ bool CObjectManager::CreateMultiSpanNode(long routeId, const CArray<CKeyValue, C
     if (!GetLastSpanFromRoute(routeId, lowest)) return false;
     CSpan* current = m_Span.Find(lowest);
     int place = current->GetSubAttributeInt(L"spno", 0);
-    int number = GetSpanNumInWeb(GetWebIdFromSpan(current));
+    const CRoute* const route = m_Route.Find(routeId);
+    const long webId = route ? obmgr::WebOf(*route) : 0;
+    int number = GetSpanNumInWeb(webId);
     for (int i = 0; i < count; ++i) {
         long spanId = 0;
         long nodeId = 0;
         current = CreateNumberedSpan(*current, values, true, ++number, &spanId, &nodeId);
         if (!current) return false;
+        WriteDefaultCalcStyle(*current, webId);
         current->WriteSubAttributeInt(L"spno", ++place);
         spanIds.AddTail(spanId);
         nodeIds.AddTail(nodeId);
