@@ -12,6 +12,7 @@ class App;
 
 namespace obmgr::tool {
 
+// FaultsFound is also the end of an edit one of whose operations failed.
 enum class ExitCode : int { Done = 0, FaultsFound = 1, WrongUsage = 2, InputUnreadable = 3, OutputUnwritable = 4 };
 
 // Options that every command has.

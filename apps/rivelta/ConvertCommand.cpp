@@ -47,14 +47,6 @@ public:
     }
 
 private:
-    static int VersionOf(const Design& design)
-    {
-        if (const int version = design.manager.GetProfileObject().GetDataver(); version > 0) return version;
-        const int version = design.form.LikelyDataVersion();
-        Complain(design.shownName, Say(Text::WarnNoVersion, version));
-        return version;
-    }
-
     std::string m_in;
     std::string m_out;
     std::optional<int> m_dataver;

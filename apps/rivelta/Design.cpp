@@ -167,6 +167,14 @@ std::unique_ptr<Design> OpenDesign(const std::string& path)
     return design;
 }
 
+int VersionOf(const Design& design)
+{
+    if (const int version = design.manager.GetProfileObject().GetDataver(); version > 0) return version;
+    const int version = design.form.LikelyDataVersion();
+    Complain(design.shownName, Say(Text::WarnNoVersion, version));
+    return version;
+}
+
 bool LoadDefaults(const std::optional<std::string>& path)
 {
     const std::string file = path ? *path : installedDefaults();

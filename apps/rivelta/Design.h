@@ -20,6 +20,9 @@ struct Design {
 // InputUnreadable. Web names are as in the file, double ones too, which a warning tells of.
 std::unique_ptr<Design> OpenDesign(const std::string& path);
 
+// The data version of the file; one that the file does not tell is taken from its form, with a warning.
+int VersionOf(const Design& design);
+
 // Fills the process's default attributes from the file, or from the installed one when none is given. False after
 // the reason was told on standard error.
 bool LoadDefaults(const std::optional<std::string>& path);

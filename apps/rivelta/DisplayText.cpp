@@ -2,6 +2,9 @@
 
 #include "framework/Utf8.h"
 
+#include <cstdlib>
+#include <string>
+
 #include <fmt/format.h>
 #include <unicode/uchar.h>
 
@@ -73,6 +76,18 @@ std::string WithoutControls(std::string_view utf8, KeepLineEnds keep)
             AppendUtf8(result, c);
     }
     return result;
+}
+
+bool IsUtf8Shown()
+{
+    for (const char* const name : {"LC_ALL", "LC_CTYPE", "LANG"})
+        if (const char* const value = std::getenv(name); value && *value) {
+            std::string encoding = value;
+            for (char& c : encoding)
+                if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+            return encoding.find("utf-8") != std::string::npos || encoding.find("utf8") != std::string::npos;
+        }
+    return false;
 }
 
 } // namespace obmgr::tool

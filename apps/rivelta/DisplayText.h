@@ -15,4 +15,7 @@ enum class KeepLineEnds { No, Yes };
 // Control characters as \n, \t, \x1b..., so that a value can neither break a table nor steer a terminal.
 std::string WithoutControls(std::string_view utf8, KeepLineEnds keep = KeepLineEnds::No);
 
+// Whether the environment says that what the tool prints, UTF-8, is shown as such.
+bool IsUtf8Shown();
+
 } // namespace obmgr::tool

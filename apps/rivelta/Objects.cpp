@@ -1,5 +1,7 @@
 #include "Objects.h"
 
+#include "Texts.h"
+#include "common/Text2Number.h"
 #include "resources/Resources.h"
 #include "store/ObjectManager.h"
 
@@ -69,7 +71,7 @@ constexpr NameKey kNameKeys[] = {
     {objectdata::PpMark, "pmkcode"},
 };
 
-std::size_t editDistance(std::string_view a, std::string_view b)
+std::size_t editDistance(std::wstring_view a, std::wstring_view b)
 {
     std::vector<std::size_t> row(b.size() + 1);
     for (std::size_t j = 0; j <= b.size(); ++j)
@@ -122,12 +124,41 @@ std::string DisposalWord(int disposalType)
     return ToUtf8(ResourceText(IDS_DISPOSAL_0 + static_cast<unsigned>(disposalType)).View());
 }
 
+std::optional<long> IdFromText(std::string_view text)
+{
+    const CString wide = FromUtf8(text);
+    if (!IsIntegerText(wide.View())) return std::nullopt;
+    return ToLong(wide.View());
+}
+
 std::vector<const CPipeObject*> FindObjects(const CObjectManager& manager, long id)
 {
     std::vector<const CPipeObject*> found;
     for (const OBJECTTYPE type : CanonicalOrder())
         if (const CPipeObject* const object = manager.TableOf(type).Find(id)) found.push_back(object);
     return found;
+}
+
+std::vector<CWeb*> FindWebs(const CObjectManager& manager, std::string_view nameOrId)
+{
+    std::vector<CWeb*> found;
+    for (CWeb* const web : manager.GetWebDb())
+        if (NameOf(*web) == nameOrId) found.push_back(web);
+    if (!found.empty()) return found;
+    const auto id = IdFromText(nameOrId);
+    if (CWeb* const web = id ? manager.GetWebDb().Find(*id) : nullptr) found.push_back(web);
+    return found;
+}
+
+std::string UnknownWebMessage(const CObjectManager& manager, const std::string& nameOrId, const std::string& file)
+{
+    std::vector<std::string> names;
+    for (const CWeb* const web : manager.GetWebDb())
+        names.push_back(NameOf(*web));
+    const auto near = NearNames(nameOrId, names);
+    return Say(Text::UnknownWeb, nameOrId) + "\n" +
+           (near.empty() ? Say(Text::AdviceWebs, file)
+                         : Say(Text::UsageNear, fmt::format("{}", fmt::join(near, ", "))));
 }
 
 const CPipeObject* TargetOf(const CObjectManager& manager, const CPipeObject& from, int link)
@@ -185,8 +216,9 @@ std::vector<std::string> NearNames(std::string_view name, const std::vector<std:
     for (const std::string& candidate : names) {
         const bool isPart = wanted.size() >= 3 && (candidate.find(wanted) != std::string::npos ||
                                                    (candidate.size() >= 3 && wanted.find(candidate) == 0));
-        const std::size_t distance = editDistance(wanted, candidate);
-        if (distance <= kFarthest && distance < candidate.size())
+        const CString letters = FromUtf8(candidate);
+        const std::size_t distance = editDistance(FromUtf8(wanted).View(), letters.View());
+        if (distance <= kFarthest && distance < letters.View().size())
             near.emplace_back(distance, candidate);
         else if (isPart)
             near.emplace_back(kFarthest + distance, candidate);

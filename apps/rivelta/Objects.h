@@ -4,11 +4,13 @@
 #include "Output.h"
 #include "objects/PipeObject.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 class CObjectManager;
+class CWeb;
 
 namespace obmgr::tool {
 
@@ -21,8 +23,14 @@ std::string ValueOf(const CPipeObject& object, std::string_view key);
 // The word for a disposal type; the number when there is no such type.
 std::string DisposalWord(int disposalType);
 
+// The id that the text is; nothing when it is no whole number.
+std::optional<long> IdFromText(std::string_view text);
 // Every object with the id, table by table. Ids are unique in sound files only.
 std::vector<const CPipeObject*> FindObjects(const CObjectManager& manager, long id);
+// The webs with the name; when there is none the web whose id the text is.
+std::vector<CWeb*> FindWebs(const CObjectManager& manager, std::string_view nameOrId);
+// What to tell of a web that FindWebs does not find: with the names that are much like it, or how to see all.
+std::string UnknownWebMessage(const CObjectManager& manager, const std::string& nameOrId, const std::string& file);
 // The object that a link field of `from` leads to, or null.
 const CPipeObject* TargetOf(const CObjectManager& manager, const CPipeObject& from, int link);
 // The link fields that name `object`, table by table.

@@ -5,8 +5,6 @@
 #include "Output.h"
 #include "Table.h"
 #include "Texts.h"
-#include "common/Text2Number.h"
-#include "framework/String.h"
 
 #include <CLI/CLI.hpp>
 
@@ -34,14 +32,14 @@ public:
 
     ExitCode Run(const CommonOptions& common) override
     {
-        const CString text = FromUtf8(m_id);
-        if (!IsIntegerText(text.View())) {
+        const auto id = IdFromText(m_id);
+        if (!id) {
             Complain(Say(Text::UsageBadId, m_id));
             return ExitCode::WrongUsage;
         }
         const auto design = OpenDesign(m_file);
         if (!design) return ExitCode::InputUnreadable;
-        const auto objects = FindObjects(design->manager, ToLong(text.View()));
+        const auto objects = FindObjects(design->manager, *id);
         if (objects.empty()) {
             Complain(design->shownName, Say(Text::ShowUnknownId, m_id, m_file));
             return ExitCode::WrongUsage;

@@ -5,7 +5,7 @@ using testing::Test;
 
 namespace {
 
-const std::vector<std::string> kCommands = {"info", "list", "show", "convert"};
+const std::vector<std::string> kCommands = {"info", "list", "show", "tree", "trace", "edit", "convert"};
 
 class ToolUsage : public Test {
 protected:
@@ -90,6 +90,20 @@ TEST_F(ToolUsage, WrongUsageEndsWithCode2AndSaysWhatIsWrong)
         {{"list", m_file}, "missing: TYPE"},
         {{"show", m_file}, "missing: ID"},
         {{"convert", m_file}, "missing: OUT"},
+        {{"tree"}, "missing: FILE"},
+        {{"edit", m_file}, "missing: --script"},
+        {{"edit", "-", "--script", "-"}, "cannot both be - (standard input)"},
+        {{"edit", m_file, "--script", m_file, "-o", "-", "--json"}, "--json cannot be combined"},
+        {{"trace", m_file, "--down"}, "give either --from SPAN or --node NODE"},
+        {{"trace", m_file, "--from", "10", "--node", "2", "--down"}, "give either --from SPAN or --node NODE"},
+        {{"trace", m_file, "--from", "10"}, "give either --up or --down"},
+        {{"trace", m_file, "--from", "10", "--up", "--down"}, "give either --up or --down"},
+        {{"trace", m_file, "--from", "main", "--down"}, "'main' is no object id"},
+        {{"trace", m_file, "--from", "9999", "--down"}, "there is no 'span' record with ID=9999"},
+        {{"trace", m_file, "--from", "2", "--down"}, "there is no 'span' record with ID=2; 'rivelta list"},
+        {{"trace", m_file, "--node", "10", "--up"}, "there is no 'node' record with ID=10"},
+        {{"tree", m_file, "--web", "本待"}, "there is no web '本待'\ndid you mean 本町?"},
+        {{"tree", m_file, "--web", "99"}, "shows the webs"},
         {{"info", m_file, "more"}, "not understood: more"},
         {{"info", m_file, "--colour"}, "not understood: --colour"},
         {{"info", m_file, "--lang", "fr"}, "--lang"},
@@ -120,6 +134,8 @@ TEST_F(ToolUsage, WrongUsageIsToldBeforeTheFileIsRead)
 
 TEST_F(ToolUsage, InputThatCannotBeReadEndsWithCode3AndNamesTheFile)
 {
+    const std::string script = m_folder / "script.json";
+    WriteBytes(script, R"({"operations": []})");
     WriteBytes(m_folder / "empty", "");
     WriteBytes(m_folder / "cut", SmallDesign().substr(0, 700));
     WriteBytes(m_folder / "noise", std::string(500, '\xA7'));
@@ -146,6 +162,8 @@ TEST_F(ToolUsage, InputThatCannotBeReadEndsWithCode3AndNamesTheFile)
             std::vector<std::string> arguments = {command, file};
             if (command == "list") arguments.emplace_back("span");
             if (command == "show") arguments.emplace_back("10");
+            if (command == "trace") arguments.insert(arguments.end(), {"--from", "10", "--up"});
+            if (command == "edit") arguments.insert(arguments.end(), {"--script", script, "-o", m_folder / "out.xml"});
             if (command == "convert") arguments.emplace_back(m_folder / "out.xml");
             const ToolResult result = RunTool(arguments);
             EXPECT_EQ(result.exitCode, 3) << test.file << " " << command;
@@ -193,6 +211,8 @@ TEST_F(ToolUsage, FullDeviceBehindStandardOutputIsCode4)
                                                       {"list", m_file, "node"},
                                                       {"show", m_file, "10"},
                                                       {"list", m_file, "node", "--json"},
+                                                      {"tree", m_file},
+                                                      {"trace", m_file, "--from", "10", "--down"},
                                                       {"convert", m_file, "-"},
                                                       {"help"},
                                                       {"--version"}}) {
