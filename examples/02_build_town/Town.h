@@ -22,8 +22,8 @@ inline const wchar_t* MethodOf(int disposalType)
 
 // Project, manhole classes, pipe sections, methods, works: what records name instead of describing it.
 void MakeLibrary(CObjectManager& design);
-// Nodes, webs, routes, spans. Writes the ids that the records got into the plan.
-void MakeNetwork(CObjectManager& design, Plan& plan);
+// Webs, routes, spans, nodes. Writes the ids that the records got into the plan. False when a step fails.
+bool MakeNetwork(CObjectManager& design, Plan& plan);
 // Inflows and outflows.
 void MakeFlows(CObjectManager& design, const Plan& plan);
 // Ground line changes, house connections, crossings, valves.

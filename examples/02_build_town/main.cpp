@@ -5,7 +5,8 @@
 // Read 01_open_and_walk.cpp first. Here the lessons are
 //   - a new record starts with the default attributes of its tag, so these are read before anything is made;
 //   - a record is made by the Create operation of its type, with the ids of what it belongs to and with its own keys;
-//   - everything happens in one transaction: were a step to fail, an abort would leave no half town behind;
+//   - everything happens in one transaction: when a step fails, an abort leaves no half town behind;
+//   - a net is laid by operations on whole routes, and copied and turned round like that, too: see Network.cpp;
 //   - a second file can be read into the design, under new ids;
 //   - the save replaces the file as a whole.
 // The same program writes the same bytes, whenever and wherever it runs.
@@ -60,7 +61,10 @@ int main(int argc, char** argv)
     CObjectManager design;
     design.BeginTransaction();
     town::MakeLibrary(design);
-    town::MakeNetwork(design, plan);
+    if (!town::MakeNetwork(design, plan)) {
+        design.AbortTransaction();
+        return Fail("the net", L"a step failed, nothing was made");
+    }
     town::MakeFlows(design, plan);
     town::MakeAlongside(design, plan);
     town::MakeDrawings(design, plan);
