@@ -3,74 +3,24 @@
 
 #include "faults/FailingAllocations.h"
 #include "framework/Exception.h"
+#include "support/Dump.h"
 #include "support/FamilyTable.h"
 
 #include <gmock/gmock.h>
 
 #include <memory>
 #include <new>
-#include <sstream>
 
 namespace {
 
 using faults::FailingAllocations;
+using support::dump;
 using support::OpenManager;
 using support::values;
 
-// Everything that a caller can see of the objects.
-std::string Dump(const CObjectManager& manager)
-{
-    std::ostringstream text;
-    for (const support::Family& family : support::families()) {
-        manager.TableOf(family.type).ForEach([&](const CPipeObject& object) {
-            text << family.name << ' ' << object.GetId32() << ' ' << object.GetStatus();
-            for (const std::int32_t link : object.Links())
-                text << " >" << link;
-            CMapStringToString attributes;
-            object.GetSubAttribute(attributes);
-            for (const auto& [key, value] : attributes)
-                text << ' ' << key << '=' << value;
-            text << '\n';
-        });
-    }
-    return text.str();
-}
-
-// Indexes against a walk of the list.
 void ExpectWhole(const CObjectManager& manager)
 {
-    for (const support::Family& family : support::families()) {
-        const obmgr::ObjectTable& table = manager.TableOf(family.type);
-        std::vector<CPipeObject*> objects;
-        table.ForEach([&](CPipeObject& object) { objects.push_back(&object); });
-        ASSERT_EQ(objects.size(), table.Count()) << family.name;
-        for (const CPipeObject* object : objects) {
-            const auto first = std::find_if(objects.begin(), objects.end(), [&](const CPipeObject* other) {
-                return other->GetId32() == object->GetId32();
-            });
-            ASSERT_EQ(table.Find(object->GetId32()), *first) << family.name;
-            std::vector<const CPipeObject*> expected;
-            std::vector<const CPipeObject*> found;
-            const CString value = object->GetSubAttribute(L"k");
-            for (const CPipeObject* other : objects)
-                if (other->GetSubAttribute(L"k") == value) expected.push_back(other);
-            table.VisitByText(L"k", value.View(), [&](CPipeObject& other) {
-                found.push_back(&other);
-                return true;
-            });
-            ASSERT_EQ(found, expected) << family.name;
-            if (object->Links().empty()) continue;
-            expected.clear();
-            found.clear();
-            for (const CPipeObject* other : objects)
-                if (other->Links()[0] == object->Links()[0]) expected.push_back(other);
-            table.VisitByLink(0, object->Links()[0], [&](CPipeObject& other) {
-                found.push_back(&other);
-                return true;
-            });
-            ASSERT_EQ(found, expected) << family.name;
-        }
-    }
+    support::expectWhole(manager, L"k");
 }
 
 // A design with indexes in use, an id twice, id lists out of step and retired objects.
@@ -235,7 +185,7 @@ TEST_P(StoreFaults, OutsideATransactionTablesStayWhole)
         for (;; ++allocation) {
             SCOPED_TRACE("allocation " + std::to_string(allocation) + (sticky ? " and all later ones" : ""));
             Design design;
-            const std::string before = Dump(design.manager);
+            const std::string before = dump(design.manager);
             bool threw = false;
             bool failed = false;
             {
@@ -248,7 +198,7 @@ TEST_P(StoreFaults, OutsideATransactionTablesStayWhole)
                 failed = FailingAllocations::HasFailed();
             }
             if (threw && GetParam().allOrNothing) {
-                ASSERT_EQ(Dump(design.manager), before);
+                ASSERT_EQ(dump(design.manager), before);
             }
             ExpectWhole(design.manager);
             if (HasFatalFailure()) return;
@@ -269,7 +219,7 @@ TEST_P(StoreFaults, InATransactionTheAbortBringsEverythingBack)
         for (bool failed = true; failed && allocation < kMostAllocations; ++allocation) {
             SCOPED_TRACE("allocation " + std::to_string(allocation) + (sticky ? " and all later ones" : ""));
             Design design;
-            const std::string before = Dump(design.manager);
+            const std::string before = dump(design.manager);
             const long lastId = design.manager.GetCurrentObjectId();
             design.manager.BeginTransaction();
             failed = RunWithFailure(GetParam(), design.manager, allocation, sticky);
@@ -278,7 +228,7 @@ TEST_P(StoreFaults, InATransactionTheAbortBringsEverythingBack)
                 const FailingAllocations none(0, true); // an abort needs no memory
                 design.manager.AbortTransaction();
             }
-            ASSERT_EQ(Dump(design.manager), before);
+            ASSERT_EQ(dump(design.manager), before);
             ASSERT_EQ(design.manager.GetCurrentObjectId(), lastId);
             ExpectWhole(design.manager);
             if (HasFatalFailure()) return;
@@ -292,12 +242,12 @@ TEST_P(StoreFaults, InATransactionTheCommitNeedsNoMemory)
     Design design;
     design.manager.BeginTransaction();
     GetParam().run(design.manager);
-    const std::string after = Dump(design.manager);
+    const std::string after = dump(design.manager);
     {
         const FailingAllocations none(0, true);
         design.manager.CommitTransaction();
     }
-    EXPECT_EQ(Dump(design.manager), after);
+    EXPECT_EQ(dump(design.manager), after);
     ExpectWhole(design.manager);
     EXPECT_EQ(design.manager.GetNodeDb().Untyped().RetiredCount(), 0u);
 }
@@ -310,7 +260,7 @@ TEST(StoreFaultsOfBegin, ABeginThatFailsLeavesTheObjectsAndLaterEndsHarmless)
             SCOPED_TRACE("allocation " + std::to_string(allocation));
             ASSERT_LT(allocation, kMostAllocations);
             Design design;
-            const std::string before = Dump(design.manager);
+            const std::string before = dump(design.manager);
             {
                 const FailingAllocations failing(allocation, sticky);
                 try {
@@ -319,11 +269,11 @@ TEST(StoreFaultsOfBegin, ABeginThatFailsLeavesTheObjectsAndLaterEndsHarmless)
                 }
                 failed = FailingAllocations::HasFailed();
             }
-            ASSERT_EQ(Dump(design.manager), before);
+            ASSERT_EQ(dump(design.manager), before);
             if (!failed) {
                 design.manager.DeleteNodeObject(9);
                 design.manager.AbortTransaction();
-                ASSERT_EQ(Dump(design.manager), before);
+                ASSERT_EQ(dump(design.manager), before);
                 break;
             }
             // The tables before the one that failed count a transaction, the nesting does not.

@@ -1,5 +1,6 @@
 #include "support/Networks.h"
 
+#include <algorithm>
 #include <sstream>
 #include <stdexcept>
 
@@ -118,6 +119,48 @@ void Network::Name(long id, const std::string& name)
     m_names[id] = name;
 }
 
+void Network::NameNew()
+{
+    for (const CNode* node : manager.GetNodeDb())
+        NameNew(*node, L"mark", "n");
+    for (const CRoute* route : manager.GetRouteDb())
+        NameNew(*route, L"routenum", "R");
+    for (const CWeb* web : manager.GetWebDb())
+        NameNew(*web, L"webname", "W");
+}
+
+void Network::NameNew(const CPipeObject& object, const wchar_t* key, const char* prefix)
+{
+    if (m_names.contains(object.GetId32())) return;
+    const CString text = object.GetSubAttribute(key);
+    std::string name;
+    for (const wchar_t c : text.View())
+        name += static_cast<char>(c);
+    if (name.empty()) {
+        int number = 1;
+        do
+            name = prefix + std::to_string(number++);
+        while (m_ids.contains(name));
+    }
+    while (m_ids.contains(name))
+        name += '\'';
+    Name(object.GetId32(), name);
+}
+
+void Network::MarkNodes()
+{
+    for (CNode* node : manager.GetNodeDb())
+        node->WriteSubAttribute(L"mark", wide(NameOf(node->GetId32())));
+}
+
+void Network::AddAreas()
+{
+    for (const CSpan* span : manager.GetSpanDb()) {
+        Ids areas;
+        if (!manager.GetAreaSetIdList(span->GetId32(), areas)) manager.CreateAreaSet(span->GetId32(), {});
+    }
+}
+
 void Network::Set(const wchar_t* key, std::initializer_list<std::pair<const char*, const wchar_t*>> valuesByName)
 {
     for (const auto& [name, value] : valuesByName)
@@ -148,6 +191,47 @@ std::string Network::Names(const std::vector<long>& ids) const
     for (const long id : ids)
         result += (result.empty() ? "" : " ") + NameOf(id);
     return result;
+}
+
+std::string Network::Shape() const
+{
+    const auto spansOf = [&](long routeId) {
+        std::string text = " =";
+        for (const CSpan* span : manager.GetSpanDb())
+            if (static_cast<long>(span->GetRouteId()) == routeId)
+                text += " " + NameOf(static_cast<long>(span->GetUpperNodeId())) + "-" +
+                        NameOf(static_cast<long>(span->GetLowerNodeId()));
+        return text;
+    };
+    std::string result;
+    std::vector<long> listed;
+    for (const CWeb* web : manager.GetWebDb()) {
+        result += (result.empty() ? "" : " | ") + NameOf(web->GetId32()) + ":";
+        const char* separator = " ";
+        for (const CRoute* route : manager.GetRouteDb()) {
+            if (static_cast<long>(route->GetWebId()) != web->GetId32()) continue;
+            result += separator + NameOf(route->GetId32());
+            if (route->GetConnectId() != 0) result += ">" + NameOf(static_cast<long>(route->GetConnectId()));
+            result += spansOf(route->GetId32());
+            listed.push_back(route->GetId32());
+            separator = "; ";
+        }
+    }
+    for (const CSpan* span : manager.GetSpanDb()) {
+        const long routeId = static_cast<long>(span->GetRouteId());
+        if (std::find(listed.begin(), listed.end(), routeId) != listed.end()) continue;
+        result += (result.empty() ? "" : " | ") + NameOf(routeId) + spansOf(routeId);
+        listed.push_back(routeId);
+    }
+    return result;
+}
+
+std::string Network::AllNodes() const
+{
+    std::vector<long> ids;
+    for (const CNode* node : manager.GetNodeDb())
+        ids.push_back(node->GetId32());
+    return Names(ids);
 }
 
 std::string Network::Ends(std::string_view spans) const

@@ -27,12 +27,21 @@ struct Ids : CList<long, long> {
     }
 };
 
-// The ids of live or removed objects, for any list or array of objects.
-template <class Objects> std::vector<long> idsOfObjects(const Objects& objects)
+using Spans = CTypedPtrList<CObList, CSpan*>;
+using Routes = CTypedPtrList<CObList, CRoute*>;
+using Nodes = CTypedPtrList<CObList, CNode*>;
+using ConstSpans = CList<const CSpan*>;
+
+// Any list or array of objects.
+template <class List>
+concept PointerList = std::is_pointer_v<typename List::value_type>;
+
+// 0 for a null entry.
+template <PointerList Objects> std::vector<long> idsOfObjects(const Objects& objects)
 {
     std::vector<long> ids;
     for (const CPipeObject* object : objects)
-        ids.push_back(object->GetId32());
+        ids.push_back(object ? object->GetId32() : 0);
     return ids;
 }
 
@@ -61,6 +70,13 @@ public:
     Ids List(std::string_view names) const;
     // Gives an object a name of its own, for readers.
     void Name(long id, const std::string& name);
+    // Names the nodes, routes and webs that have no name yet, in table order: a copy after the "mark", "routenum" or
+    // "webname" that it came with, a' for a second a; the others n1, n2, ..., R1, ..., W1, ...
+    void NameNew();
+    // Writes every node's name into its "mark".
+    void MarkNodes();
+    // An area record for every span without one.
+    void AddAreas();
 
     CWeb& Web(const std::string& name) const { return *manager.GetWebObjectOriginal(m_ids.at(name)); }
     CRoute& Route(const std::string& name) const { return *manager.GetRouteObjectOriginal(m_ids.at(name)); }
@@ -75,10 +91,16 @@ public:
     // The names with blanks between them; "#17" for an id without a name, "0" for none.
     std::string Names(const std::vector<long>& ids) const;
     std::string Names(const CList<long, long>& ids) const { return Names(toVector(ids)); }
-    template <class Objects>
-    requires std::is_pointer_v<typename Objects::value_type> std::string Names(const Objects& objects)
-    const { return Names(idsOfObjects(objects)); }
+    template <PointerList Objects> std::string Names(const Objects& objects) const
+    {
+        return Names(idsOfObjects(objects));
+    }
     std::string NameOf(long id) const;
+    // All webs and their routes as above, each with its spans in table order, then the spans without a route:
+    //     W: M = m-x x-out; A>M = a-m | V: | 0 = b-c
+    std::string Shape() const;
+    // The nodes in table order.
+    std::string AllNodes() const;
     // "upper-lower" of spans, as they run now.
     std::string Ends(std::string_view spans) const;
     // The names of the routes that routes flow into.
@@ -93,8 +115,8 @@ public:
         Append(before, list);
         return Told(call, static_cast<CList<long, long>&>(list));
     }
-    // The same for a list or array of live objects: net.AfterFor<CTypedPtrList<CObList, CSpan*>>(...).
-    template <class Objects, class Function> std::string AfterFor(std::string_view before, Function&& call) const
+    // The same for a list or array of live objects: net.AfterFor<Spans>(...).
+    template <PointerList Objects, class Function> std::string AfterFor(std::string_view before, Function&& call) const
     {
         Objects objects;
         for (const long id : List(before))
@@ -110,6 +132,7 @@ public:
 
 private:
     void Append(std::string_view names, CList<long, long>& list) const;
+    void NameNew(const CPipeObject& object, const wchar_t* key, const char* prefix);
     CPipeObject* Find(long id) const;
     template <class Objects> void Append(Objects& objects, long id) const
     {

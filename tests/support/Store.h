@@ -41,6 +41,9 @@ public:
     using CObjectManager::ReverseSpanInRoute;
     using CObjectManager::SetObjectId;
     using CObjectManager::SetUpperRouteObject;
+
+    // From here on only `count` more objects can be made: the tables refuse the ids behind.
+    void LeaveIds(long count) { SetObjectId(2147483546 - count); }
 };
 
 // The pairs of a Create call: values({{L"order", L"1"}}).
@@ -50,6 +53,27 @@ inline Values values(std::initializer_list<std::pair<const wchar_t*, const wchar
     for (const auto& [key, value] : pairs)
         result.Add(CKeyValue(key, value));
     return result;
+}
+
+// While DefaultsForAllTags lives: new objects of the tag get these attributes; cannot be made.
+inline void setDefaults(const wchar_t* tag, std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> pairs)
+{
+    CMapStringToString map;
+    for (const auto& [key, value] : pairs)
+        map.SetAt(key, value);
+    obmgr::GetObDefManager()->SetDefValue(tag, map);
+}
+
+inline void dropDefaults(const wchar_t* tag)
+{
+    CObDefaultPtrList& entries = obmgr::GetObDefManager()->GetDefList();
+    for (POSITION position = entries.GetHeadPosition(); position;) {
+        const POSITION present = position;
+        CObDefault* const entry = entries.GetNext(position);
+        if (!entry->Is(tag)) continue;
+        entries.RemoveAt(present);
+        delete entry;
+    }
 }
 
 inline std::vector<long> toVector(const CList<long, long>& list)
