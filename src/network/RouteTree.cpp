@@ -95,21 +95,28 @@ template <class Element>
 int CObjectManager::TakeConnected(CArray<Element*>& routes, long routeId, bool recursive, bool sort,
                                   CArray<Element*>& out) const
 {
-    // Where the routes that flow into each stand in the array, the last first.
-    obmgr::IdMap<std::vector<std::ptrdiff_t>> places;
-    for (std::ptrdiff_t i = routes.GetUpperBound(); i >= 0; --i)
-        if (routes[i]) places[ConnectOf(*routes[i])].push_back(i);
-
-    std::vector<bool> isTaken(static_cast<std::size_t>(routes.GetSize()));
+    // Where the routes that flow into each stand in the array: the first place and, behind each place, the next one.
+    constexpr std::ptrdiff_t kEnd = -1;
+    const auto size = static_cast<std::size_t>(routes.GetSize());
+    obmgr::IdMap<std::ptrdiff_t> firstPlusOne(size);
+    std::vector<std::ptrdiff_t> next(size, kEnd);
+    for (std::size_t i = 0; i < size; ++i) {
+        const Element* const route = routes[static_cast<std::ptrdiff_t>(i)];
+        if (!route) continue;
+        std::ptrdiff_t& first = firstPlusOne[ConnectOf(*route)];
+        next[i] = first - 1; // the last place of the array comes first
+        first = static_cast<std::ptrdiff_t>(i) + 1;
+    }
+    std::vector<bool> isTaken(size);
 
     const auto take = [&](std::int32_t id) {
         CArray<Element*> taken;
-        if (std::vector<std::ptrdiff_t>* const found = places.Find(id)) {
-            for (const std::ptrdiff_t i : *found) {
+        if (std::ptrdiff_t* const first = firstPlusOne.Find(id)) {
+            for (std::ptrdiff_t i = *first - 1; i != kEnd; i = next[static_cast<std::size_t>(i)]) {
                 taken.Add(routes[i]);
                 isTaken[static_cast<std::size_t>(i)] = true;
             }
-            found->clear();
+            *first = 0;
         }
         if (sort && !taken.IsEmpty()) sort_route_by_floworder(taken, 0, static_cast<long>(taken.GetUpperBound()));
         out.Append(taken);
