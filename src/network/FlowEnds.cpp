@@ -129,7 +129,6 @@ bool CObjectManager::ReSetFlowEndNodeByNode(long routeId, long nodeId, const CSt
     if (!GetMostLowerNodeId(end->GetId32(), flowEnd)) return false;
     if (ConnectOf(*start) == 0 && flowEnd == Id32(nodeId)) return true;
 
-    const obmgr::RouteForest forest(m_Route, routes);
     obmgr::IdSet done = obmgr::IdSet::Of(rewired);
     Successors successors;
     std::int32_t previous = 0;
@@ -150,8 +149,10 @@ bool CObjectManager::ReSetFlowEndNodeByNode(long routeId, long nodeId, const CSt
         previous = Id32(id);
     }
     for (const auto& [key, successor] : successors) {
+        // As they are now, the path included: it is passed over, but equal ones fall differently with it.
         CList<long, long> tributaries;
-        forest.ForTributaries(key, [&](std::int32_t id) { tributaries.AddTail(id); });
+        for (const CRoute* route : obmgr::LinkedTo(m_Route, obmgr::kConnect, key))
+            if (obmgr::WebOf(*route) == webId) tributaries.AddTail(route->GetId32());
         SortFlowOrder(tributaries);
         for (const long id : tributaries) {
             if (!done.Insert(Id32(id))) continue;
