@@ -329,21 +329,20 @@ std::uint64_t ObjectTable::HashOf(const ValueIndex& index, const CPipeObject& ob
 void ObjectTable::Note(ValueIndex& index, std::uint64_t hash, const CPipeObject& object)
 {
     const PositionMap::Entry entry{object.m_position, object.m_id};
-    std::vector<PositionMap::Entry>& entries = index.positions.Get(hash).entries;
-    if (entries.empty() || entries.back().position < entry.position) {
-        entries.push_back(entry);
-        ++index.noted;
-        return;
+    PositionMap::Entries& entries = index.positions.Get(hash).entries;
+    const std::span<PositionMap::Entry> all = entries.All();
+    auto place = all.end();
+    if (!all.empty() && all.back().position >= entry.position) {
+        const auto isBefore = [](const PositionMap::Entry& a, const PositionMap::Entry& b) {
+            return a.position < b.position;
+        };
+        place = std::lower_bound(all.begin(), all.end(), entry, isBefore);
+        if (place->position == entry.position) {
+            place->id = entry.id;
+            return;
+        }
     }
-    const auto isBefore = [](const PositionMap::Entry& a, const PositionMap::Entry& b) {
-        return a.position < b.position;
-    };
-    const auto place = std::lower_bound(entries.begin(), entries.end(), entry, isBefore);
-    if (place != entries.end() && place->position == entry.position) {
-        place->id = entry.id;
-        return;
-    }
-    entries.insert(place, entry);
+    entries.Insert(static_cast<std::size_t>(place - all.begin()), entry);
     ++index.noted;
 }
 
@@ -356,9 +355,10 @@ void ObjectTable::Refresh(ValueIndex& index, PositionMap::Slot& slot, std::uint6
         entry.id = object->m_id;
         return false;
     };
-    const auto last = std::remove_if(slot.entries.begin(), slot.entries.end(), isStale);
-    index.noted -= static_cast<std::size_t>(slot.entries.end() - last);
-    slot.entries.erase(last, slot.entries.end());
+    const std::span<PositionMap::Entry> all = slot.entries.All();
+    const auto last = std::remove_if(all.begin(), all.end(), isStale);
+    index.noted -= static_cast<std::size_t>(all.end() - last);
+    slot.entries.Shorten(static_cast<std::size_t>(last - all.begin()));
     slot.isDoubtful = false;
 }
 
@@ -387,9 +387,9 @@ void ObjectTable::Query(ValueIndex::Kind kind, std::uint32_t field, std::uint64_
     std::array<CPipeObject*, kFew> few{};
     std::vector<CPipeObject*> many;
     std::size_t hits = 0;
-    if (!firstOnly && slot->entries.size() > kFew) many.resize(slot->entries.size());
+    if (!firstOnly && slot->entries.Size() > kFew) many.resize(slot->entries.Size());
     CPipeObject** const found = many.empty() ? few.data() : many.data();
-    for (const PositionMap::Entry entry : slot->entries) {
+    for (const PositionMap::Entry entry : slot->entries.All()) {
         CPipeObject* const object = m_live[entry.position];
         if (!fits(*object)) continue;
         found[hits++] = object;
@@ -405,7 +405,7 @@ std::span<const PositionMap::Entry> ObjectTable::EntriesByLink(int link, std::in
     PositionMap::Slot* const slot = index.positions.Find(HashOfNumber(id));
     if (!slot) return {};
     if (slot->isDoubtful) Refresh(index, *slot, HashOfNumber(id));
-    return slot->entries;
+    return slot->entries.All();
 }
 
 CPipeObject* ObjectTable::FirstByLink(int link, std::int32_t id) const
