@@ -55,8 +55,7 @@ public:
     {
         const std::ptrdiff_t first = GetSize();
         const std::size_t count = source.m_items.size();
-        m_items.reserve(m_items.size() + count);
-        for (std::size_t i = 0; i < count; ++i)
+        for (std::size_t i = 0; i < count; ++i) // the source may be this array, and the room grows by doubling
             m_items.push_back(source.m_items[i]);
         return first;
     }
