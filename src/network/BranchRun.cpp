@@ -1,50 +1,53 @@
 #include "network/BranchRun.h"
 
+#include "network/IdMap.h"
+
 #include <unordered_set>
 
 namespace obmgr {
 
-BranchRun::BranchRun(std::vector<Line> lines, const std::vector<std::int32_t>& listed)
-    : m_lines(std::move(lines)), m_isTaken(m_lines.size())
+BranchRun::BranchRun(RouteLines lines, const std::vector<std::int32_t>& listed)
+    : m_lines(std::move(lines)), m_isTaken(m_lines.lines.size()), m_isListed(m_lines.ids.size())
 {
-    for (std::size_t line = 0; line < m_lines.size(); ++line)
-        for (std::int32_t& route : m_lines[line]) {
-            route = NumberOf(route);
-            std::vector<std::size_t>& through = m_through[static_cast<std::size_t>(route)];
-            if (through.empty() || through.back() != line) through.push_back(line);
-        }
-    m_takenThrough.resize(m_ids.size());
-    m_isListed.resize(m_ids.size());
-    for (const std::int32_t id : listed)
-        if (const std::int32_t* const route = m_numberOf.Find(id)) m_isListed[static_cast<std::size_t>(*route)] = true;
+    FindThrough();
+    if (listed.empty()) return;
+    IdSet ids = IdSet::Of(listed);
+    for (std::size_t route = 0; route < m_lines.ids.size(); ++route)
+        m_isListed[route] = ids.Contains(m_lines.ids[route]);
 }
 
-std::int32_t BranchRun::NumberOf(std::int32_t id)
+void BranchRun::FindThrough()
 {
-    const std::size_t before = m_numberOf.Size();
-    std::int32_t& number = m_numberOf[id];
-    if (m_numberOf.Size() > before) {
-        number = static_cast<std::int32_t>(m_ids.size());
-        m_ids.push_back(id);
-        m_through.emplace_back();
+    std::vector<std::size_t> count(m_lines.ids.size());
+    for (const std::int32_t route : m_lines.routes)
+        ++count[static_cast<std::size_t>(route)];
+    m_through.reserve(count.size());
+    std::size_t total = 0;
+    for (const std::size_t lines : count) {
+        m_through.push_back({total, total});
+        total += lines;
     }
-    return number;
+    m_linesThrough.resize(total);
+    for (std::size_t line = 0; line < m_lines.lines.size(); ++line)
+        for (const std::int32_t route : m_lines.Of(line)) {
+            Through& through = m_through[static_cast<std::size_t>(route)];
+            m_linesThrough[through.end++] = static_cast<std::uint32_t>(line);
+        }
 }
 
 std::size_t BranchRun::FirstThrough(std::int32_t route)
 {
-    const std::vector<std::size_t>& through = m_through[static_cast<std::size_t>(route)];
-    std::size_t& taken = m_takenThrough[static_cast<std::size_t>(route)];
-    while (taken < through.size() && m_isTaken[through[taken]])
-        ++taken;
-    return taken < through.size() ? through[taken] : kNone;
+    Through& through = m_through[static_cast<std::size_t>(route)];
+    while (through.first < through.end && m_isTaken[m_linesThrough[through.first]])
+        ++through.first;
+    return through.first < through.end ? m_linesThrough[through.first] : kNone;
 }
 
 std::size_t BranchRun::FirstLeft()
 {
-    while (m_firstLeft < m_lines.size() && m_isTaken[m_firstLeft])
+    while (m_firstLeft < m_isTaken.size() && m_isTaken[m_firstLeft])
         ++m_firstLeft;
-    return m_firstLeft < m_lines.size() ? m_firstLeft : kNone;
+    return m_firstLeft < m_isTaken.size() ? m_firstLeft : kNone;
 }
 
 bool BranchRun::MarkListed(std::int32_t route)
@@ -71,11 +74,12 @@ void BranchRun::Sort(std::size_t line)
     frames.push_back({line});
     while (!frames.empty()) {
         Frame& frame = frames.back();
-        if (frame.at == m_lines[frame.line].size()) {
+        const std::span<const std::int32_t> routes = m_lines.Of(frame.line);
+        if (frame.at == routes.size()) {
             frames.pop_back();
             continue;
         }
-        const std::int32_t route = m_lines[frame.line][frame.at];
+        const std::int32_t route = routes[frame.at];
         if (!std::exchange(frame.hasBranched, true)) {
             const std::size_t branch = FirstThrough(route);
             if (branch != kNone) {
@@ -101,23 +105,25 @@ void BranchRun::Extend(std::size_t line)
 void BranchRun::FindBranches()
 {
     if (!m_branches.empty()) return;
-    m_branches.resize(m_ids.size());
-    m_doneBranches.resize(m_ids.size());
-    m_onLine.assign(m_ids.size(), kNone);
+    m_branches.resize(m_lines.ids.size());
+    m_doneBranches.resize(m_lines.ids.size());
+    m_onLine.assign(m_lines.ids.size(), kNone);
     std::unordered_set<std::uint64_t> known;
-    for (std::size_t line = 0; line < m_lines.size(); ++line)
-        for (std::size_t i = 0; i < m_lines[line].size(); ++i) {
-            const std::int32_t route = m_lines[line][i];
+    for (std::size_t line = 0; line < m_lines.lines.size(); ++line) {
+        const std::span<const std::int32_t> routes = m_lines.Of(line);
+        for (std::size_t i = 0; i < routes.size(); ++i) {
+            const std::int32_t route = routes[i];
             // A route that the line comes to again counts where it stands first.
             if (std::exchange(m_onLine[static_cast<std::size_t>(route)], line) == line) continue;
-            if (i + 1 == m_lines[line].size()) continue; // the last route of a line leads to itself, which is listed
-            const std::int32_t next = m_lines[line][i + 1];
+            if (i + 1 == routes.size()) continue; // the last route of a line leads to itself, which is listed
+            const std::int32_t next = routes[i + 1];
             // Once a line is taken its routes are listed or on the line under way: another line with the same way on
             // is not looked for any more.
             const auto pair = (static_cast<std::uint64_t>(route) << 32) | static_cast<std::uint32_t>(next);
             if (known.insert(pair).second) m_branches[static_cast<std::size_t>(route)].push_back({line, next});
         }
-    m_onLine.assign(m_ids.size(), kNone);
+    }
+    m_onLine.assign(m_lines.ids.size(), kNone);
 }
 
 // The first line whose way on behind the route is neither on the line under way nor put out.
@@ -142,10 +148,10 @@ void BranchRun::ExtendReverse(std::size_t start)
         const std::size_t line = waiting.back();
         waiting.pop_back();
         m_isTaken[line] = true;
-        for (const std::int32_t route : m_lines[line])
+        for (const std::int32_t route : m_lines.Of(line))
             m_onLine[static_cast<std::size_t>(route)] = line;
         std::vector<std::size_t> leaving;
-        for (const std::int32_t route : m_lines[line]) {
+        for (const std::int32_t route : m_lines.Of(line)) {
             const std::size_t branch = FirstLeaving(route, line);
             if (branch != kNone) leaving.push_back(branch);
             PutOut(route);

@@ -5,22 +5,36 @@
 // lower parts; the place where a line meets one that is under way is its branch point.
 #pragma once
 
-#include "network/IdMap.h"
-
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <utility>
 #include <vector>
 
 namespace obmgr {
 
+// Lines of routes in one block, the routes numbered from 0.
+struct RouteLines {
+    struct Line {
+        std::size_t begin;
+        std::size_t end;
+    };
+    std::vector<std::int32_t> ids;    // by number
+    std::vector<std::int32_t> routes; // numbers, line after line
+    std::vector<Line> lines;
+
+    std::span<const std::int32_t> Of(std::size_t line) const
+    {
+        return {routes.data() + lines[line].begin, lines[line].end - lines[line].begin};
+    }
+};
+
 class BranchRun {
 public:
-    using Line = std::vector<std::int32_t>; // route ids
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
-    // The lines in the order in which they are looked through. `listed` are routes that count as put out before.
-    BranchRun(std::vector<Line> lines, const std::vector<std::int32_t>& listed);
+    // The lines in the order in which they are looked through. `listed` are ids that count as put out before.
+    BranchRun(RouteLines lines, const std::vector<std::int32_t>& listed);
 
     // Each takes `line` and the lines that it meets. A line that was taken is not met again.
     // Whatever joins the line at a route comes out before that route.
@@ -36,7 +50,7 @@ public:
         for (std::size_t count = 0; line != kNone; ++count) {
             m_isTaken[line] = true;
             std::size_t next = kNone;
-            for (const std::int32_t route : m_lines[line]) {
+            for (const std::int32_t route : m_lines.Of(line)) {
                 if (next == kNone) next = FirstThrough(route);
                 if (!use(IdOf(route), MarkListed(route), count)) return;
             }
@@ -53,28 +67,29 @@ public:
     const std::vector<std::int32_t>& Output() const { return m_output; }
 
 private:
-    // Inside, routes are numbered from 0 as they are first met.
     struct Branch {
         std::size_t line;
         std::int32_t next; // the route behind the branch point
     };
 
-    std::int32_t NumberOf(std::int32_t id);
-    std::int32_t IdOf(std::int32_t route) const { return m_ids[static_cast<std::size_t>(route)]; }
+    std::int32_t IdOf(std::int32_t route) const { return m_lines.ids[static_cast<std::size_t>(route)]; }
+    void FindThrough();
     std::size_t FirstThrough(std::int32_t route);
     std::size_t FirstLeaving(std::int32_t route, std::size_t line);
     void FindBranches();
     bool MarkListed(std::int32_t route);
     void PutOut(std::int32_t route);
 
-    std::vector<Line> m_lines; // of route numbers
+    RouteLines m_lines;
     std::vector<bool> m_isTaken;
     std::size_t m_firstLeft = 0;
-    IdMap<std::int32_t> m_numberOf;
-    std::vector<std::int32_t> m_ids;
-    // Lines through each route, rising, and how many of them, from the first on, are known to be taken.
-    std::vector<std::vector<std::size_t>> m_through;
-    std::vector<std::size_t> m_takenThrough;
+    // Lines through each route, rising, in one block. Those before `first` are known to be taken.
+    struct Through {
+        std::size_t first = 0;
+        std::size_t end = 0;
+    };
+    std::vector<Through> m_through;
+    std::vector<std::uint32_t> m_linesThrough;
     // Ways on behind each route, each with the first line that takes it; made when first needed. The first ones, as
     // many as told, are known to be put out.
     std::vector<std::vector<Branch>> m_branches;

@@ -1,6 +1,7 @@
 // Orders of a set of routes that follow the tree from the longest line outward.
 
 #include "network/BranchRun.h"
+#include "network/IdMap.h"
 #include "network/MiddleQuicksort.h"
 #include "network/RouteChain.h"
 
@@ -9,6 +10,7 @@
 
 using obmgr::BranchRun;
 using obmgr::Id32;
+using obmgr::RouteLines;
 
 namespace {
 
@@ -21,27 +23,52 @@ std::vector<std::int32_t> IdsOf(const CList<long, long>& list)
     return ids;
 }
 
+// The lines of a caller's chains.
+class LinesOfChains {
+public:
+    void Add(const CList<long, long>& routeIds)
+    {
+        const std::size_t begin = m_lines.routes.size();
+        for (const long id : routeIds) {
+            const std::size_t before = m_numberOf.Size();
+            std::int32_t& number = m_numberOf[Id32(id)];
+            if (m_numberOf.Size() > before) {
+                number = static_cast<std::int32_t>(before);
+                m_lines.ids.push_back(Id32(id));
+            }
+            m_lines.routes.push_back(number);
+        }
+        m_lines.lines.push_back({begin, m_lines.routes.size()});
+    }
+    RouteLines Take() { return std::move(m_lines); }
+
+private:
+    RouteLines m_lines;
+    obmgr::IdMap<std::int32_t> m_numberOf;
+};
+
 // A run over chains of a caller, which loses those that the run takes.
 class ChainRun {
 public:
     ChainRun(tagSortBranch& first, CObjectManager::SortBranches& chains, const CList<long, long>& listed)
         : m_chains(chains)
     {
-        std::vector<BranchRun::Line> lines;
+        LinesOfChains lines;
+        const CList<long, long> nothing;
         for (POSITION position = chains.GetHeadPosition(); position;) {
             const POSITION here = position;
             const tagSortBranch* const chain = chains.GetNext(position);
-            if (chain == &first && m_first == BranchRun::kNone) m_first = lines.size();
+            if (chain == &first && m_first == BranchRun::kNone) m_first = m_positions.size();
             m_positions.push_back(here);
-            lines.push_back(chain ? IdsOf(chain->routeIds) : BranchRun::Line());
+            lines.Add(chain ? chain->routeIds : nothing);
         }
-        if (m_first == BranchRun::kNone) {
-            m_first = lines.size();
-            lines.push_back(IdsOf(first.routeIds));
-            m_isFirstApart = true;
+        const bool isFirstApart = m_first == BranchRun::kNone;
+        if (isFirstApart) {
+            m_first = m_positions.size();
+            lines.Add(first.routeIds);
         }
-        m_run.emplace(std::move(lines), IdsOf(listed));
-        if (m_isFirstApart) m_run->Hide(m_first);
+        m_run.emplace(lines.Take(), IdsOf(listed));
+        if (isFirstApart) m_run->Hide(m_first);
     }
     ~ChainRun()
     {
@@ -58,47 +85,55 @@ private:
     CObjectManager::SortBranches& m_chains;
     std::vector<POSITION> m_positions;
     std::size_t m_first = BranchRun::kNone;
-    bool m_isFirstApart = false;
     std::optional<BranchRun> m_run;
 };
 
-} // namespace
-
 // The lines of the set, the longest first. False for an empty set and when a line has a route without spans.
-bool CObjectManager::LinesOf(const CList<long, long>& set, bool fromBelow,
-                             std::vector<std::vector<std::int32_t>>& lines) const
+bool FindLines(const CObjectManager& manager, const CList<long, long>& set, bool fromBelow, RouteLines& found)
 {
     CList<long, long> heads;
-    if (!GetUpperRouteId(set, heads)) return false;
+    if (!manager.GetUpperRouteId(set, heads)) return false;
     if (heads.IsEmpty()) return true; // a ring has no head, and so no line
 
+    constexpr std::int32_t kEnd = -1;
     struct Member {
-        std::int32_t below = 0; // 0 where the set ends
+        std::int32_t below = kEnd; // number of the route that it flows into; kEnd where the set ends
+        std::int32_t line = kEnd;  // the last line that came by
         double length = 0.0;
         bool hasSpans = false;
     };
-    const obmgr::IdSet inSet = obmgr::IdSet::Of(set);
-    obmgr::IdMap<Member> members(static_cast<std::size_t>(set.GetCount()));
+    obmgr::IdMap<std::int32_t> numberOf(static_cast<std::size_t>(set.GetCount()));
     for (const long id : set) {
-        Member& member = members[Id32(id)];
-        member.hasSpans = GetRouteLength(id, member.length);
-        const CRoute* const route = m_Route.Find(id);
-        if (route && inSet.Contains(obmgr::ConnectOf(*route))) member.below = obmgr::ConnectOf(*route);
+        const std::size_t before = numberOf.Size();
+        std::int32_t& number = numberOf[Id32(id)];
+        if (numberOf.Size() == before) continue;
+        number = static_cast<std::int32_t>(before);
+        found.ids.push_back(Id32(id));
+    }
+    std::vector<Member> members(found.ids.size());
+    for (std::size_t i = 0; i < members.size(); ++i) {
+        members[i].hasSpans = manager.GetRouteLength(found.ids[i], members[i].length);
+        const CRoute* const route = manager.GetRouteDb().Find(found.ids[i]);
+        const std::int32_t below = route ? obmgr::ConnectOf(*route) : 0;
+        if (const std::int32_t* const number = below != 0 ? numberOf.Find(below) : nullptr) members[i].below = *number;
     }
 
-    std::vector<std::pair<double, std::size_t>> byLength;
-    std::vector<BranchRun::Line> found;
+    std::vector<std::pair<double, RouteLines::Line>> byLength;
     for (const long head : heads) {
-        BranchRun::Line line = obmgr::FollowLine(Id32(head), [&](std::int32_t id) { return members.Find(id)->below; });
-        if (fromBelow) std::reverse(line.begin(), line.end());
+        const auto line = static_cast<std::int32_t>(byLength.size());
+        const std::size_t begin = found.routes.size();
         double length = 0.0;
-        for (const std::int32_t id : line) {
-            const Member& member = *members.Find(id);
+        // On a ring the line ends where it comes round.
+        for (std::int32_t at = *numberOf.Find(Id32(head)); at != kEnd;) {
+            Member& member = members[static_cast<std::size_t>(at)];
+            if (std::exchange(member.line, line) == line) break;
             if (!member.hasSpans) return false;
+            found.routes.push_back(at);
             length += member.length;
+            at = member.below;
         }
-        byLength.emplace_back(length, found.size());
-        found.push_back(std::move(line));
+        if (fromBelow) std::reverse(found.routes.begin() + static_cast<std::ptrdiff_t>(begin), found.routes.end());
+        byLength.push_back({length, {begin, found.routes.size()}});
     }
     obmgr::MiddleQuicksort(
         0, static_cast<long>(byLength.size()) - 1, [&](long i) { return byLength[static_cast<std::size_t>(i)].first; },
@@ -106,15 +141,17 @@ bool CObjectManager::LinesOf(const CList<long, long>& set, bool fromBelow,
             std::swap(byLength[static_cast<std::size_t>(i)], byLength[static_cast<std::size_t>(j)]);
         });
     for (auto entry = byLength.rbegin(); entry != byLength.rend(); ++entry)
-        lines.push_back(std::move(found[entry->second]));
+        found.lines.push_back(entry->second);
     return true;
 }
+
+} // namespace
 
 bool CObjectManager::SortByBranches(const CList<long, long>& in, CList<long, long>& out, bool fromBelow,
                                     void (BranchRun::*take)(std::size_t)) const
 {
-    std::vector<BranchRun::Line> lines;
-    if (!LinesOf(in, fromBelow, lines)) return false;
+    RouteLines lines;
+    if (!FindLines(*this, in, fromBelow, lines)) return false;
     BranchRun run(std::move(lines), IdsOf(out));
     for (std::size_t line = run.FirstLeft(); line != BranchRun::kNone; line = run.FirstLeft())
         (run.*take)(line);
@@ -172,9 +209,9 @@ bool CObjectManager::MeasureLines(BranchRun& run, std::size_t line, CList<long, 
 bool CObjectManager::SetSpanMaxExtend(long webId)
 {
     CList<long, long> routes;
-    std::vector<BranchRun::Line> lines;
-    if (!GetRouteIdList(webId, routes) || !LinesOf(routes, false, lines)) return false;
-    if (lines.empty()) return false; // rings only
+    RouteLines lines;
+    if (!GetRouteIdList(webId, routes) || !FindLines(*this, routes, false, lines)) return false;
+    if (lines.lines.empty()) return false; // rings only
     BranchRun run(std::move(lines), {});
     CList<long, long> measured;
     return MeasureLines(run, 0, measured);

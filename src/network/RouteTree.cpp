@@ -143,9 +143,7 @@ void CObjectManager::GetConnectRouteUpperAll(long routeId, const CList<long, lon
                                              CList<long, long>& out) const
 {
     const obmgr::RouteForest forest(m_Route, candidates);
-    obmgr::WalkUpstream<std::int32_t>(
-        Id32(routeId), kItself, [&](std::int32_t id, auto&& push) { forest.ForTributaries(id, push); }, kNothing,
-        [&](std::int32_t id) { out.AddTail(id); });
+    forest.Walk(Id32(routeId), kNothing, [&](std::int32_t id) { out.AddTail(id); });
 }
 
 void CObjectManager::GetConnectRouteUpperAll(
@@ -168,9 +166,8 @@ void CObjectManager::GetConnectRouteUpperAllByOrder(long routeId, const CList<lo
 {
     const obmgr::RouteForest forest(m_Route, candidates);
     std::vector<long> found; // the two lists may be one
-    obmgr::WalkUpstream<std::int32_t>(
-        Id32(routeId), kItself, [&](std::int32_t id, auto&& push) { forest.ForTributaries(id, push); },
-        [&](std::int32_t id) { found.push_back(id); }, kNothing);
+    forest.Walk(
+        Id32(routeId), [&](std::int32_t id) { found.push_back(id); }, kNothing);
     obmgr::AppendAll(out, found);
 }
 
