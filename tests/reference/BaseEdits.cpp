@@ -82,14 +82,14 @@ void SetLinkOf(Record& record, int link, int id)
 
 // ---- the edits ----
 
-StepKind AddRecord()
+StepKind AddRecord(bool sharedIds)
 {
     // Type, id, links. An id above the counter moves it.
     return {"add", 3,
-            [](Choice& choice) {
+            [=](Choice& choice) {
                 const Type type = choice.AnyType();
                 const int next = choice.Design().Base().lastId + 1;
-                Args args{{static_cast<int>(type), choice.OneIn(12) ? choice.Id(type) : next}, {}};
+                Args args{{static_cast<int>(type), sharedIds && choice.OneIn(12) ? choice.Id(type) : next}, {}};
                 for (std::size_t link = 0; link < LinkCount(type); ++link)
                     args.numbers.push_back(choice.Link(type, link));
                 Choice::Pack(args.texts, choice.SomeValues(type));
@@ -227,14 +227,15 @@ StepKind SetLink(int weight)
         });
 }
 
-StepKind SetId(int weight)
+// An id that is in use or, far above the counter, one that nothing has.
+StepKind SetId(int weight, bool sharedIds)
 {
     return EditOfLive(
         "set id", weight,
-        [](Choice& choice) {
+        [=](Choice& choice) {
             const Type type = choice.AnyType();
             Args args = LiveRecord(type, choice);
-            args.numbers.push_back(choice.Id(type));
+            args.numbers.push_back(sharedIds ? choice.Id(type) : 1'000'000 + choice.Pick(1'000'000'000));
             return args;
         },
         [](CPipeObject& object, Unpack& in) { object.SetObjectId(static_cast<unsigned long>(in.Number())); },
@@ -350,21 +351,16 @@ StepKind ChangeDefaults()
 
 } // namespace
 
-std::vector<StepKind> BaseEdits(int damage)
+std::vector<StepKind> BaseEdits(int damage, bool sharedIds)
 {
-    return {AddRecord(),
-            CreateByFamily(),
-            Write(6),
-            ReplaceAttributes(),
-            SetLink(4 * damage),
-            SetId(damage),
-            SetData(damage),
-            RemoveRecord(2 * damage),
-            Begin(),
-            Commit(),
-            Abort(),
-            ResetIds(),
-            ChangeDefaults()};
+    std::vector<StepKind> edits = {AddRecord(sharedIds), CreateByFamily(),        Write(6),
+                                   ReplaceAttributes(),  SetLink(4 * damage),     SetId(damage, sharedIds),
+                                   SetData(damage),      RemoveRecord(2 * damage)};
+    for (StepKind& edit : edits)
+        edit.startsWithType = true;
+    for (const StepKind& edit : {Begin(), Commit(), Abort(), ResetIds(), ChangeDefaults()})
+        edits.push_back(edit);
+    return edits;
 }
 
 } // namespace reference

@@ -7,6 +7,8 @@
 
 #include "framework/Exception.h"
 #include "reference/LibrarySide.h"
+#include "reference/NetworkEdits.h"
+#include "reference/NetworkSorts.h"
 #include "reference/RandomNetworks.h"
 #include "support/FamilyTable.h"
 
@@ -20,15 +22,34 @@ namespace {
 
 using namespace reference;
 
-std::vector<StepKind> AllEdits(int damage)
+struct Profile {
+    const char* name;
+    bool sharedIds; // records with one id; edits of the network are defined for ids that are unique
+    int damage;
+    int webs;
+    int routes; // at most, a web
+    int edits;
+    int rounds;
+};
+
+void PrintTo(const Profile& profile, std::ostream* stream)
 {
-    return BaseEdits(damage);
+    *stream << profile.name;
+}
+
+std::vector<StepKind> AllEdits(const Profile& profile)
+{
+    std::vector<StepKind> edits = BaseEdits(profile.damage, profile.sharedIds);
+    if (profile.sharedIds) return edits;
+    for (const auto& kinds : {NetworkEdits(), SortEdits()})
+        edits.insert(edits.end(), kinds.begin(), kinds.end());
+    return edits;
 }
 
 std::vector<StepKind> AllQueries()
 {
     std::vector<StepKind> queries;
-    for (const auto& kinds : {SpanQueries(), WebQueries(), RouteQueries()})
+    for (const auto& kinds : {SpanQueries(), WebQueries(), RouteQueries(), SortQueries()})
         queries.insert(queries.end(), kinds.begin(), kinds.end());
     return queries;
 }
@@ -38,10 +59,11 @@ using Difference = std::optional<std::string>;
 std::string Describe(const StepKind& kind, const Step& step)
 {
     std::string text = std::string(kind.name) + "(";
-    if (step.kind == kAddRecord && std::string_view(kind.name) == "add")
-        text += std::string(obmgr::RecordOf(static_cast<Type>(step.args.numbers[0])).tag) + ": ";
-    for (const int number : step.args.numbers)
-        text += std::to_string(number) + " ";
+    for (std::size_t i = 0; i < step.args.numbers.size(); ++i) {
+        const int number = step.args.numbers[i];
+        text += i == 0 && kind.startsWithType ? std::string(obmgr::RecordOf(static_cast<Type>(number)).tag) + ": "
+                                              : std::to_string(number) + " ";
+    }
     for (const std::wstring& part : step.args.texts)
         text += '"' + obmgr::ToUtf8(part) + "\" ";
     return text + ")";
@@ -272,20 +294,6 @@ private:
     long m_operations = 0;
 };
 
-struct Profile {
-    const char* name;
-    int damage;
-    int webs;
-    int routes; // at most, a web
-    int edits;
-    int rounds;
-};
-
-void PrintTo(const Profile& profile, std::ostream* stream)
-{
-    *stream << profile.name;
-}
-
 int Rounds(int usual)
 {
     const char* const text = std::getenv("RIVELTA_ROUNDS");
@@ -298,7 +306,7 @@ class NetworkAgainstModel : public testing::TestWithParam<Profile> {};
 TEST_P(NetworkAgainstModel, EveryQueryAndEveryRecordIsTheSame)
 {
     const Profile& profile = GetParam();
-    const Kinds kinds{AllEdits(profile.damage), AllQueries()};
+    const Kinds kinds{AllEdits(profile), AllQueries()};
     const unsigned first = support::testSeed(2000);
     long operations = 0;
     for (int round = 0; round < Rounds(profile.rounds); ++round) {
@@ -313,9 +321,10 @@ TEST_P(NetworkAgainstModel, EveryQueryAndEveryRecordIsTheSame)
 }
 
 INSTANTIATE_TEST_SUITE_P(Designs, NetworkAgainstModel,
-                         testing::Values(Profile{"SoundNetworks", 0, 2, 6, 150, 10},
-                                         Profile{"DamagedNetworks", 1, 2, 4, 200, 10},
-                                         Profile{"WildNetworks", 4, 2, 2, 200, 16}),
+                         testing::Values(Profile{"SoundNetworks", false, 0, 2, 6, 150, 8},
+                                         Profile{"DamagedNetworks", false, 1, 2, 4, 200, 8},
+                                         Profile{"WildNetworks", false, 4, 2, 2, 200, 10},
+                                         Profile{"SharedIds", true, 1, 2, 4, 200, 8}),
                          [](const auto& row) { return row.param.name; });
 
 } // namespace

@@ -169,6 +169,7 @@ struct StepKind {
     std::function<Args(Choice&)> choose;
     std::function<void(OpenNetwork&, const Args&, Outcome&)> applyToLibrary;
     std::function<void(Network&, const Args&, Outcome&)> applyToModel;
+    bool startsWithType = false; // the first number is a record type; for printing
 };
 
 } // namespace reference

@@ -16,8 +16,9 @@ struct Step {
 // Index of the kind that adds a record with a given id; BaseEdits() begins with it.
 inline constexpr std::size_t kAddRecord = 0;
 
-// Direct changes. The damaging ones weigh `damage`; at 0 sound networks stay sound.
-std::vector<StepKind> BaseEdits(int damage);
+// Direct changes. The damaging ones weigh `damage`; at 0 sound networks stay sound. With `sharedIds` several records
+// may come to have one id.
+std::vector<StepKind> BaseEdits(int damage, bool sharedIds = false);
 
 // Installs the default attributes of the reference design, apart from those of the given types.
 void InstallDefaults(const std::set<Type>& without);
