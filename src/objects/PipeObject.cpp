@@ -92,6 +92,7 @@ void CPipeObject::SetObjectId(unsigned long objectId)
         m_table->ChangeId(*this, id);
     else
         m_id = id;
+    AfterValueChange();
 }
 
 void CPipeObject::SetStatus(int status)
