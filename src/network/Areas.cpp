@@ -14,7 +14,8 @@ constexpr int kAreaOnTop = 0;
 
 int CObjectManager::GetWbareasetflg(long spanId) const
 {
-    const CWeb* const web = m_Web.Find(GetWebIdFromSpan(m_Span.Find(spanId)));
+    const long webId = GetWebIdFromSpan(m_Span.Find(spanId));
+    const CWeb* const web = webId != 0 ? m_Web.Find(webId) : nullptr;
     return web ? web->GetSubAttributeInt(L"wbareasetflg", 0) : 0;
 }
 

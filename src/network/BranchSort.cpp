@@ -122,17 +122,20 @@ bool FindLines(const CObjectManager& manager, const CList<long, long>& set, bool
     for (const long head : heads) {
         const auto line = static_cast<std::int32_t>(byLength.size());
         const std::size_t begin = found.routes.size();
-        double length = 0.0;
         // On a ring the line ends where it comes round.
         for (std::int32_t at = *numberOf.Find(Id32(head)); at != kEnd;) {
             Member& member = members[static_cast<std::size_t>(at)];
             if (std::exchange(member.line, line) == line) break;
             if (!member.hasSpans) return false;
             found.routes.push_back(at);
-            length += member.length;
             at = member.below;
         }
-        if (fromBelow) std::reverse(found.routes.begin() + static_cast<std::ptrdiff_t>(begin), found.routes.end());
+        const auto first = found.routes.begin() + static_cast<std::ptrdiff_t>(begin);
+        if (fromBelow) std::reverse(first, found.routes.end());
+        // Added up in the order of the line: the last digit of a sum, and so a tie, depends on it.
+        double length = 0.0;
+        for (auto route = first; route != found.routes.end(); ++route)
+            length += members[static_cast<std::size_t>(*route)].length;
         byLength.push_back({length, {begin, found.routes.size()}});
     }
     obmgr::MiddleQuicksort(

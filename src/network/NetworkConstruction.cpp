@@ -63,9 +63,13 @@ CRoute* CObjectManager::CreateRouteSpanNode(long webId, long connectId, const CA
     if (obmgr::Id32(connectId) != 0) {
         long top = 0;
         long topSpan = 0;
-        if (!GetMostUpperNodeId(connectId, top) || !GetSpanConnectUpperNode(top, connectId, topSpan) ||
-            !CreateSpanNode(topSpan, kNoValues, &spanId, &upperNode, false))
+        if (!GetMostUpperNodeId(connectId, top) || !GetSpanConnectUpperNode(top, connectId, topSpan)) return nullptr;
+        // For the time being the span is one of the connect route's web.
+        const long topWebId = GetWebIdFromSpan(topSpan);
+        const int topNumber = topWebId == webId ? number : GetSpanNumInWeb(topWebId) + 1;
+        if (!CreateNumberedSpan(*m_Span.Find(topSpan), kNoValues, false, topNumber, &spanId, &upperNode))
             return nullptr;
+        WriteDefaultCalcStyle(*m_Span.Find(spanId), topWebId);
     } else {
         long flowEnd = 0;
         if (!GetFlowEndNodeId(webId, flowEnd) && !CreateNode(kNoValues, &flowEnd)) return nullptr;

@@ -167,13 +167,15 @@ bool CObjectManager::CopyWebObject(long webId, long& newId)
             copies.AddTail(copyId);
     }
     for (const long copyId : copies) {
-        long connectId = obmgr::ConnectOf(*m_Route.Find(copyId));
+        CRoute& copy = *m_Route.Find(copyId);
+        long connectId = obmgr::ConnectOf(copy);
         if (connectId != 0) {
             const auto found = copyOf.find(Id32(connectId));
             if (found == copyOf.end()) return false;
             connectId = found->second;
         }
-        if (!ChangeConnectRoute(copyId, connectId, webId, newWebId)) return false;
+        // Nothing hangs on the copy yet but copies that have the new web already.
+        if (!HangRoute(copy, connectId, newWebId)) return false;
     }
 
     // The copies have left nodes behind when they were hung elsewhere; any other node without spans goes as well.

@@ -28,10 +28,16 @@ bool CObjectManager::ConnectRoute(long routeId, long connectId)
 bool CObjectManager::ChangeConnectRoute(long routeId, long connectId, [[maybe_unused]] long oldWebId, long newWebId)
 {
     CRoute* const route = m_Route.Find(routeId);
-    if (!route) return false;
-    route->SetConnectId(static_cast<unsigned long>(connectId));
+    if (!route || !HangRoute(*route, connectId, newWebId)) return false;
+    SetUpperRouteObject(routeId, newWebId);
+    return true;
+}
+
+bool CObjectManager::HangRoute(CRoute& route, long connectId, long newWebId)
+{
+    route.SetConnectId(static_cast<unsigned long>(connectId));
     CTypedPtrList<CObList, CSpan*> spans;
-    if (!GetSortSpanInRoute(routeId, spans, true)) return false;
+    if (!GetSortSpanInRoute(route.GetId32(), spans, true)) return false;
     CSpan& lowest = *spans.GetHead();
     long end = 0;
     if (Id32(connectId) != 0) {
@@ -42,12 +48,9 @@ bool CObjectManager::ChangeConnectRoute(long routeId, long connectId, [[maybe_un
     } else if (!CreateNode(CArray<CKeyValue, CKeyValue>(), &end)) {
         return false;
     }
+    // The node that the route ended at stays, also when no span touches it any more: callers rely on it.
     lowest.SetLowerNodeId(static_cast<unsigned long>(end));
-    route->SetWebId(static_cast<unsigned long>(newWebId));
-    SetUpperRouteObject(routeId, newWebId);
-    // The span itself touches the node, so that this keeps it; the node that was left behind is not looked at.
-    CList<long, long> touching;
-    if (!GetConnectALlSpanToNode(LowerNodeOf(lowest), touching)) DeleteNodeObject(LowerNodeOf(lowest));
+    route.SetWebId(static_cast<unsigned long>(newWebId));
     return true;
 }
 

@@ -117,8 +117,12 @@ bool CObjectManager::GetMostUpperNodeId(long routeId, long& nodeId) const
 
 bool CObjectManager::GetLastSpanFromRoute(long routeId, long& spanId) const
 {
-    long node = 0;
-    return GetMostLowerNodeId(routeId, node) && GetSpanConnectLowerNode(node, routeId, spanId);
+    const std::vector<CSpan*> spans = SpansOf(m_Span, routeId);
+    std::int32_t node = 0;
+    if (!obmgr::LowestNode(spans, node)) return false;
+    const auto endsThere = [&](const CSpan* span) { return LowerNodeOf(*span) == node; };
+    spanId = (*std::find_if(spans.begin(), spans.end(), endsThere))->GetId32();
+    return true;
 }
 
 bool CObjectManager::GetSortSpanInRoute(long routeId, CList<long, long>& spanIds, bool lowestFirst) const

@@ -13,13 +13,12 @@ const auto kNothing = [](auto) {};
 
 template <class Element> int AppendTributaries(const CArray<Element*>& routes, long routeId, CArray<Element*>& out)
 {
-    int count = 0;
-    for (Element* const route : routes) {
-        if (!route || ConnectOf(*route) != Id32(routeId)) continue;
+    std::vector<Element*> found; // the two arrays may be one
+    for (Element* const route : routes)
+        if (route && ConnectOf(*route) == Id32(routeId)) found.push_back(route);
+    for (Element* const route : found)
         out.Add(route);
-        ++count;
-    }
-    return count;
+    return static_cast<int>(found.size());
 }
 
 // Closes the gaps that taken entries have left; entries that were null before stay.
@@ -109,6 +108,7 @@ int CObjectManager::TakeConnected(CArray<Element*>& routes, long routeId, bool r
     }
     std::vector<bool> isTaken(size);
 
+    CArray<Element*> found;
     const auto take = [&](std::int32_t id) {
         CArray<Element*> taken;
         if (std::ptrdiff_t* const first = firstPlusOne.Find(id)) {
@@ -119,7 +119,7 @@ int CObjectManager::TakeConnected(CArray<Element*>& routes, long routeId, bool r
             *first = 0;
         }
         if (sort && !taken.IsEmpty()) sort_route_by_floworder(taken, 0, static_cast<long>(taken.GetUpperBound()));
-        out.Append(taken);
+        found.Append(taken);
         return taken;
     };
     std::vector<Element*> open; // whose tributaries are still to come, the next one last
@@ -136,6 +136,7 @@ int CObjectManager::TakeConnected(CArray<Element*>& routes, long routeId, bool r
     }
     if (!hasAny) return 0;
     CloseGaps(routes, isTaken);
+    out.Append(found); // last: the two arrays may be one
     return static_cast<int>(out.GetSize());
 }
 

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <limits>
 #include <numeric>
+#include <tuple>
 
 using obmgr::Id32;
 using obmgr::LowerNodeOf;
@@ -143,10 +144,15 @@ bool CObjectManager::GetConnectALlSpanToNode(long nodeId, CList<long, long>& spa
 
 namespace {
 
-bool FirstOfRoute(const Spans& spans, long routeId, long& spanId)
+// The first span of the route with the node at one end, by the shorter of the two lists.
+bool FirstOfRoute(const CObjectDataBase<CSpan>& spans, obmgr::SpanLink end, long nodeId, long routeId, long& spanId)
 {
-    for (const CSpan* span : spans) {
-        if (obmgr::RouteOf(*span) != Id32(routeId)) continue;
+    const obmgr::ObjectTable& table = spans.Untyped();
+    const bool byRoute = table.CountByLink(obmgr::kRouteOfSpan, Id32(routeId)) < table.CountByLink(end, Id32(nodeId));
+    const auto [link, id, otherLink, other] = byRoute ? std::tuple(obmgr::kRouteOfSpan, routeId, end, nodeId)
+                                                      : std::tuple(end, nodeId, obmgr::kRouteOfSpan, routeId);
+    for (const CSpan* span : obmgr::LinkedTo(spans, link, id)) {
+        if (span->Links()[static_cast<std::size_t>(otherLink)] != Id32(other)) continue;
         spanId = span->GetId32();
         return true;
     }
@@ -169,12 +175,12 @@ bool FirstOfList(const CObjectDataBase<CSpan>& spans, const CList<long, long>& s
 
 bool CObjectManager::GetSpanConnectUpperNode(long nodeId, long routeId, long& spanId) const
 {
-    return FirstOfRoute(obmgr::LinkedTo(m_Span, obmgr::kUpperNode, nodeId), routeId, spanId);
+    return FirstOfRoute(m_Span, obmgr::kUpperNode, nodeId, routeId, spanId);
 }
 
 bool CObjectManager::GetSpanConnectLowerNode(long nodeId, long routeId, long& spanId) const
 {
-    return FirstOfRoute(obmgr::LinkedTo(m_Span, obmgr::kLowerNode, nodeId), routeId, spanId);
+    return FirstOfRoute(m_Span, obmgr::kLowerNode, nodeId, routeId, spanId);
 }
 
 bool CObjectManager::GetSpanConnectUpperNode(long nodeId, const CList<long, long>& spanIds, long& spanId) const
@@ -210,15 +216,19 @@ bool CObjectManager::IsConnectSpanToNode(long nodeId, const CList<long, long>& s
 
 bool CObjectManager::GetAllLowerNodeFromSpan(const CList<long, long>& spanIds, CList<long, long>& nodeIds) const
 {
+    std::vector<long> nodes; // the two lists may be one
     for (const long id : spanIds)
-        if (const CSpan* const span = m_Span.Find(id)) nodeIds.AddTail(LowerNodeOf(*span));
+        if (const CSpan* const span = m_Span.Find(id)) nodes.push_back(LowerNodeOf(*span));
+    obmgr::AppendAll(nodeIds, nodes);
     return true;
 }
 
 bool CObjectManager::GetAllUpperNodeFromSpan(const CList<long, long>& spanIds, CList<long, long>& nodeIds) const
 {
+    std::vector<long> nodes; // the two lists may be one
     for (const long id : spanIds)
-        if (const CSpan* const span = m_Span.Find(id)) nodeIds.AddTail(UpperNodeOf(*span));
+        if (const CSpan* const span = m_Span.Find(id)) nodes.push_back(UpperNodeOf(*span));
+    obmgr::AppendAll(nodeIds, nodes);
     return true;
 }
 
@@ -236,8 +246,9 @@ long CObjectManager::GetIcpinqLowinvSpanID(long icpInqId) const
 {
     const CIcpInq* const inflow = m_IcpInq.Find(icpInqId);
     if (!inflow) return 0;
+    // The node stands in the attribute and, for a record that was not read from a file, in the link alone.
     CList<long, long> touching;
-    GetConnectALlSpanToNode(inflow->GetSubAttributeInt(L"icinnodeid", 0), touching);
+    GetConnectALlSpanToNode(inflow->GetSubAttributeInt(L"icinnodeid", inflow->Links()[obmgr::kOwner]), touching);
     double lowest = std::numeric_limits<double>::max();
     long lowestId = 0;
     for (const long id : touching) {

@@ -518,7 +518,7 @@ public:
     void ReSetRouteSortOrder(long webId, long connectId);
     // "divno" 1 owns a group of divide nodes, 2 is a member; `ownerId` gets the owner. Any other value gives false.
     bool IsDivideNode(long nodeId, long& ownerId) const;
-    // Frees the members of a group; `nodeIds` gets them. The owner's "divno" stays.
+    // Frees the members of a group; `nodeIds` gets them. The owner's "divno" stays. Owner 0 stands for no group.
     bool ReleaseDivideNode(long ownerId, CList<long, long>& nodeIds);
     // True when no route of the web has the name as its "routenum".
     bool CheckDuplicateFlowEndName(long webId, const CString& name) const;
@@ -605,7 +605,7 @@ public:
 
     // ---- Deletes in the network (network/NetworkDeletion.cpp, network/RouteRecordDeletion.cpp) ----
     // Each takes its own set of records along, and leaves the rest on purpose. A failure leaves what was done to the
-    // caller's abort.
+    // caller's abort. What was removed takes up memory until the next commit.
     // Joins a span to the one above it in its route: lengths are added, area records merged by their number.
     bool ConnectSpan(long firstSpanId, long secondSpanId);
     // Closes the gap: what ended at the span's upper node ends at its lower node. The last span takes its route along
@@ -656,7 +656,7 @@ public:
     // touches.
     bool CopyWebObject(long webId, long& newId);
 
-    // ---- Checks (integrity/RouteChecks.cpp, integrity/SpanLoops.cpp, integrity/NameChecks.cpp) ----
+    // ---- Checks (integrity/RouteChecks.cpp, SpanLoops.cpp, SpanLinks.cpp, NameChecks.cpp) ----
     // A check finds faults and changes nothing, but for what is told. Those with a progress dialog use this library's
     // resources while they run and end early when the user cancels.
     // True when the way down by connect ids ends.
@@ -794,6 +794,8 @@ private:
     // Shared steps of the network.
     template <class T> T* CopyInto(CObjectDataBase<T>& table, const T& source, long& newId);
     template <class T> bool CopySettings(CObjectDataBase<T>& table, long webId, long newWebId);
+    // ChangeConnectRoute without what is upstream of the route.
+    bool HangRoute(CRoute& route, long connectId, long newWebId);
     void WriteDefaultCalcStyle(CSpan& span, long webId);
     CSpan* CreateSpanTo(const CNode& node, CSpan& span, const CArray<CKeyValue, CKeyValue>& values, bool below,
                         long* newId);
@@ -807,7 +809,6 @@ private:
     bool CollectSpanFromWeb(long webId, std::vector<obmgr::PositionMap::Entry>& found) const;
     template <class Routes, class Use> bool WalkRoutes(const Routes& routes, Use&& use) const;
     bool FollowGreatest(long webId, const wchar_t* key, CList<long, long>& out) const;
-    bool LinesOf(const CList<long, long>& set, bool fromBelow, std::vector<std::vector<std::int32_t>>& lines) const;
     bool SortByBranches(const CList<long, long>& in, CList<long, long>& out, bool fromBelow,
                         void (obmgr::BranchRun::*take)(std::size_t)) const;
     bool MeasureLines(obmgr::BranchRun& run, std::size_t line, CList<long, long>& measured);

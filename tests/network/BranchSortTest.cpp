@@ -422,4 +422,23 @@ TEST_F(BranchSteps, TheDistanceStepIgnoresTheResultOfTheNextChain)
     EXPECT_EQ(m_net.Names(done), "A");
 }
 
+// Lengths are added up along the line as it stands: from below 0.3+0.2+0.1 is a little less than 0.3+0.1+0.2, from
+// above the two lines are equal.
+TEST(LineLengths, FromBelowAreAddedUpFromBelow)
+{
+    Network net("W: M = m-out; A>M = a-m; B>M = b-m; H>A = h-a; I>B = i-b");
+    const auto setLength = [&](const char* route, const wchar_t* length) {
+        for (CSpan* span : net.manager.GetSpanDb())
+            if (static_cast<long>(span->GetRouteId()) == net[route]) span->WriteSubAttribute(L"splength", length);
+    };
+    setLength("M", L"0.3");
+    setLength("A", L"0.2");
+    setLength("B", L"0.1");
+    setLength("H", L"0.1");
+    setLength("I", L"0.2");
+    Ids out;
+    EXPECT_TRUE(net.manager.SortRouteMaxExtendLower(net.List("M A B H I"), out));
+    EXPECT_EQ(net.Names(out), "M B I A H");
+}
+
 } // namespace

@@ -198,12 +198,11 @@ std::vector<Row> routeRows()
                          return true;
                      }}),
         finds("IsDivideNode", Node, &M::IsDivideNode),
-        // Nodes without owner have the owner 0.
-        zeroIsValid({"ReleaseDivideNode", Node,
-                     [](Manager& m, const Others&, long id) {
-                         Ids nodes;
-                         return !m.ReleaseDivideNode(id, nodes) && nodes.IsEmpty();
-                     }}),
+        {"ReleaseDivideNode", Node,
+         [](Manager& m, const Others&, long id) {
+             Ids nodes;
+             return !m.ReleaseDivideNode(id, nodes) && nodes.IsEmpty();
+         }},
         {"CheckDuplicateFlowEndName", Web,
          [](Manager& m, const Others&, long id) { return m.CheckDuplicateFlowEndName(id, L"M"); }},
     };
