@@ -158,6 +158,7 @@ bool CObjectManager::RemoveSpan(long routeId, unsigned count, CTypedPtrList<CObL
         m_Span.Remove(span);
         removed.AddTail(span);
     }
-    walk[count]->SetLowerNodeId(static_cast<unsigned long>(static_cast<long>(lowestNode)));
-    return true;
+    CSpan* const next = m_Span.Find(walk[count]->GetId32());
+    if (next) next->SetLowerNodeId(static_cast<unsigned long>(static_cast<long>(lowestNode)));
+    return next != nullptr;
 }

@@ -345,4 +345,23 @@ TEST(RouteGrowth, AnAbortBringsRemovedSpansBack)
     EXPECT_EQ(dump(net.manager), before);
 }
 
+TEST(RouteGrowth, ADanglingUpperNodeDoesNotKeepASpanFromGoing)
+{
+    Network net("W: M = m-a-b-out");
+    for (CSpan* span : net.manager.GetSpanDb()) {
+        if (static_cast<long>(span->GetUpperNodeId()) == net["a"]) span->SetUpperNodeId(999999);
+        if (static_cast<long>(span->GetLowerNodeId()) == net["a"]) span->SetLowerNodeId(999999);
+    }
+    EXPECT_TRUE(net.manager.RemoveSpan(net["M"], 2));
+    EXPECT_EQ(net.manager.GetSpanNumInRoute(net["M"]), 1);
+}
+
+TEST(RouteGrowth, OfABrokenChainNothingIsLeftToTakeTheLowestNode)
+{
+    Network net("W: M = m-a-b; N = x-y");
+    for (CSpan* span : net.manager.GetSpanDb())
+        span->SetRouteId(static_cast<unsigned long>(net["M"])); // x-y is off the chain: the walk has m-a twice
+    EXPECT_FALSE(net.manager.RemoveSpan(net["M"], 2));
+}
+
 } // namespace

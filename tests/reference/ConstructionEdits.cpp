@@ -216,6 +216,7 @@ bool RemoveSpan(Network& net, int routeId, unsigned count, Records& removed)
         net.Remove(objectdata::Span, spans[i]->id);
         removed.push_back(spans[i]);
     }
+    if (!net.Span(spans[count]->id)) return false;
     LowerNode(*spans[count]) = lowest;
     return true;
 }
