@@ -1,6 +1,7 @@
 #include "framework/PrivateProfile.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstdint>
 #include <ctime>
@@ -170,6 +171,8 @@ FileVersion versionOf(const struct stat& info)
             info.st_mtim.tv_nsec, info.st_ctim.tv_sec, info.st_ctim.tv_nsec};
 }
 
+std::atomic<std::time_t (*)()> profileClock = nullptr;
+
 // Time stamps are as coarse as two seconds on some disks: a file that was written just before `now` may be written
 // again without any change of its version.
 bool hasSettled(const FileVersion& version, std::time_t now)
@@ -234,7 +237,8 @@ std::shared_ptr<const PrivateProfile> profileIn(const CString& path)
     struct stat info = {};
     if (kept && ::stat(native.c_str(), &info) == 0 && versionOf(info) == kept->version) return kept->profile;
 
-    const std::time_t now = std::time(nullptr);
+    const auto clock = profileClock.load();
+    const std::time_t now = clock ? clock() : std::time(nullptr);
     const Descriptor file(native);
     const auto version = file.Version();
     auto bytes = version ? file.ReadAll() : std::nullopt;
@@ -255,6 +259,11 @@ CString ProfileText(const CString& path, const CString& section, const CString& 
 int ProfileInt(const CString& path, const CString& section, const CString& key, int defaultValue)
 {
     return profileIn(path)->Int(section, key, defaultValue);
+}
+
+void SetProfileClock(std::time_t (*clock)())
+{
+    profileClock = clock;
 }
 
 } // namespace obmgr

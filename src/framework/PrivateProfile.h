@@ -5,6 +5,7 @@
 //     key=value
 #pragma once
 
+#include <ctime>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -51,5 +52,8 @@ private:
 RIVELTA_API CString ProfileText(const CString& path, const CString& section, const CString& key,
                                 const CString& defaultText = CString(), int size = PrivateProfile::kTextSize);
 RIVELTA_API int ProfileInt(const CString& path, const CString& section, const CString& key, int defaultValue);
+
+// The clock by which a file counts as written a while ago; for tests. Null brings the system's back.
+RIVELTA_API void SetProfileClock(std::time_t (*clock)());
 
 } // namespace obmgr
