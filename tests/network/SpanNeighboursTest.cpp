@@ -539,6 +539,14 @@ TEST_F(InflowSpan, OfEqualLevelsTheFirstInTheTableIsTaken)
     EXPECT_EQ(LowestSpan(), "b-j");
 }
 
+TEST_F(InflowSpan, ARecordWithoutTheAttributeIsAtTheNodeThatItHangsOn)
+{
+    m_net.Set(L"spsecrecname", {{"a-j", L"VU1"}, {"b-j", L"VU2"}});
+    m_net.Set(L"lowercentinv", {{"a-j", L"1"}, {"b-j", L"2"}});
+    const long id = m_net.manager.CreateIcpInq(m_net["j"], {})->GetId32();
+    EXPECT_EQ(m_net.NameOf(m_net.manager.GetIcpinqLowinvSpanID(id)), "a-j");
+}
+
 TEST_F(InflowSpan, WithoutAnySectionThereIsNone)
 {
     EXPECT_EQ(LowestSpan(), "0");

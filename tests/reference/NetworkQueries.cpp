@@ -366,7 +366,7 @@ int Network::GetIcpinqLowinvSpanID(int icpInqId) const
     const Record* const inflow = Find(IcpInq, icpInqId);
     if (!inflow) return 0;
     Ids touching;
-    GetConnectALlSpanToNode(inflow->Int(L"icinnodeid"), touching);
+    GetConnectALlSpanToNode(inflow->Has(L"icinnodeid") ? inflow->Int(L"icinnodeid") : inflow->links[0], touching);
     int best = 0;
     double lowest = DBL_MAX;
     for (const int id : touching) {
