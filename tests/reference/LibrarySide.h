@@ -125,7 +125,6 @@ public:
     OBM_FORWARD(GetRouteArea)
     OBM_FORWARD(GetWebArea)
     OBM_FORWARD(GetRouteAreaT)
-    OBM_FORWARD(GetSpanSyakyori)
     OBM_FORWARD(GetWebIdFromSpan)
     OBM_FORWARD(GetWebIdFromNode)
     OBM_FORWARD(GetWebIdFromIcpInq)
@@ -159,6 +158,10 @@ public:
     OBM_FORWARD(IsDivideNode)
 #undef OBM_FORWARD
 
+    bool GetSpanSyakyori(int spanId, double& length)
+    {
+        return m_library.GetSpanSyakyori(static_cast<unsigned long>(spanId), length);
+    }
     int GetWebIdFormName(const std::wstring& name)
     {
         return static_cast<int>(m_library.GetWebIdFormName(ToCString(name)));
