@@ -1,0 +1,7 @@
+#include "common/ArgHeader.h"
+
+IMPLEMENT_DYNAMIC(KelArgHeader, CObject)
+
+KelArgHeader::~KelArgHeader() = default;
+
+void KelArgHeader::Copy(const KelArgHeader*) {}
