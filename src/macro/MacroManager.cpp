@@ -1,0 +1,3 @@
+#include "macro/MacroManager.h"
+
+IMPLEMENT_DYNCREATE(KelMacroManager, CObject)
