@@ -13,7 +13,9 @@ std::unique_ptr<Command> MakeListCommand();
 std::unique_ptr<Command> MakeShowCommand();
 std::unique_ptr<Command> MakeTreeCommand();
 std::unique_ptr<Command> MakeTraceCommand();
+std::unique_ptr<Command> MakeCheckCommand();
 std::unique_ptr<Command> MakeEditCommand();
+std::unique_ptr<Command> MakeUpdateCommand();
 std::unique_ptr<Command> MakeConvertCommand();
 
 // All of them, in the order in which the help names them.

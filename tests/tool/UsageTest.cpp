@@ -213,6 +213,8 @@ TEST_F(ToolUsage, FullDeviceBehindStandardOutputIsCode4)
                                                       {"list", m_file, "node", "--json"},
                                                       {"tree", m_file},
                                                       {"trace", m_file, "--from", "10", "--down"},
+                                                      {"check", m_file},
+                                                      {"update", m_file, "-"},
                                                       {"convert", m_file, "-"},
                                                       {"help"},
                                                       {"--version"}}) {
