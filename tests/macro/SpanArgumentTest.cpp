@@ -39,7 +39,7 @@ std::string neighboursOf(const Network& net, const std::string& span)
 // Three spans flow into x-y, which flows into y-z.
 constexpr const char* kJunction = "W: M = a-x-y-z; A>M = b-x; B>M = c-x";
 
-void expectIds(const KelMacroArgSpan& argument, std::vector<unsigned long> ids)
+void expectIds(const KelMacroArgSpan& argument, const std::vector<unsigned long>& ids)
 {
     EXPECT_EQ(
         (std::vector<unsigned long>{argument.GetSubSpanId(), argument.GetUpperMinSpanId(), argument.GetUpperMaxSpanId(),
