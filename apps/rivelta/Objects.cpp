@@ -215,8 +215,8 @@ std::vector<std::string> NearNames(std::string_view name, const std::vector<std:
     std::vector<std::pair<std::size_t, std::string>> near;
     for (const std::string& candidate : names) {
         const std::string lower = lowerCase(candidate);
-        const bool isPart = wanted.size() >= 3 && (lower.find(wanted) != std::string::npos ||
-                                                   (lower.size() >= 3 && wanted.find(lower) == 0));
+        const bool isPart = wanted.size() >= 3 &&
+                            (lower.find(wanted) != std::string::npos || (lower.size() >= 3 && wanted.find(lower) == 0));
         const CString letters = FromUtf8(lower);
         const std::size_t distance = editDistance(FromUtf8(wanted).View(), letters.View());
         if (distance <= kFarthest && distance < letters.View().size())
