@@ -179,6 +179,7 @@ TEST(MacroItem, DescriptionIsInTheActiveLanguage)
 {
     KelMacroItem item;
     ASSERT_TRUE(obmgr::SetResourceLanguage(obmgr::ResourceLanguage::English));
+    EXPECT_EQ(KelMacroItem::GetDescFromRes(101), L"Yes");
     EXPECT_EQ(KelMacroItem::GetDescFromRes(102), L"No");
     item.SetDesc(IDS_YES);
     EXPECT_EQ(item.GetDesc(), L"Yes");
