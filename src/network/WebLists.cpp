@@ -142,18 +142,15 @@ bool CObjectManager::GetSpanObjectListFromWebCopy(long webId, CTypedPtrList<CObL
 
 bool CObjectManager::GetNodeObjectListFromWeb(long webId, CTypedPtrList<CObList, CNode*>& nodes, bool sorted) const
 {
-    std::vector<CNode*> found;
+    std::vector<std::int32_t> ids;
     obmgr::IdSet listed;
-    const auto append = [&](std::int32_t id) {
-        if (CNode* const node = m_Node.Find(id)) found.push_back(node);
-    };
     if (sorted) {
         CTypedPtrList<CObList, CRoute*> routes;
         GetConnectRouteSortOrder(webId, 0, routes);
         const auto appendNodes = [&](const std::vector<CSpan*>& walk) {
-            if (listed.Insert(LowerNodeOf(*walk.front()))) append(LowerNodeOf(*walk.front()));
+            if (listed.Insert(LowerNodeOf(*walk.front()))) ids.push_back(LowerNodeOf(*walk.front()));
             for (const CSpan* span : walk) {
-                append(UpperNodeOf(*span));
+                ids.push_back(UpperNodeOf(*span));
                 listed.Insert(UpperNodeOf(*span));
             }
         };
@@ -164,9 +161,11 @@ bool CObjectManager::GetNodeObjectListFromWeb(long webId, CTypedPtrList<CObList,
         for (const CRoute* route : routes)
             for (const CSpan* span : obmgr::LinkedTo(m_Span, obmgr::kRouteOfSpan, route->GetId32()))
                 for (const std::int32_t id : {UpperNodeOf(*span), LowerNodeOf(*span)})
-                    if (listed.Insert(id)) append(id);
+                    if (listed.Insert(id)) ids.push_back(id);
     }
-    obmgr::AppendAll(nodes, found);
+    // A pass of its own, so that the waits for the nodes' places overlap.
+    for (const std::int32_t id : ids)
+        if (CNode* const node = m_Node.Find(id)) nodes.AddTail(node);
     return true;
 }
 

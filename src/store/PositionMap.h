@@ -105,19 +105,27 @@ private:
     static constexpr std::uint64_t kFree = std::uint64_t{1} << 63;
     static std::uint64_t Used(std::uint64_t key) { return key == kFree ? kFree + 1 : key; }
 
-    // Blocks of eight numbers are scattered, the numbers of a block stay together: designs number their objects in
-    // runs.
+    // Blocks of numbers are scattered, the numbers of a block stay together: designs number their objects in runs, and
+    // a walk along a run finds the next slots beside the present one. What is scattered also turns the places within
+    // the block, so that numbers with a common factor do not all want the same one.
+    static constexpr unsigned kBlockBits = 6;
+    static constexpr std::size_t kBlock = std::size_t{1} << kBlockBits;
     std::size_t Home(std::uint64_t key) const
     {
-        const std::uint64_t block = (key >> 3) * std::uint64_t{0x9E3779B97F4A7C15};
-        return ((block >> m_shift) << 3) | (key & 7);
+        const std::uint64_t block = (key >> kBlockBits) * std::uint64_t{0x9E3779B97F4A7C15};
+        return ((block >> m_shift) << kBlockBits) | ((key ^ (block >> 32)) & (kBlock - 1));
+    }
+    // Where to look next: at the same place of the next block, since the rest of a full block is full as well.
+    std::size_t After(std::size_t at) const
+    {
+        at += kBlock;
+        return at < m_slots.size() ? at : (at + 1) & (kBlock - 1);
     }
     Slot& SlotOf(std::uint64_t key)
     {
-        const std::size_t mask = m_slots.size() - 1;
         std::size_t at = Home(key);
         while (m_slots[at].key != kFree && m_slots[at].key != key)
-            at = (at + 1) & mask;
+            at = After(at);
         return m_slots[at];
     }
 
@@ -127,12 +135,12 @@ private:
         std::size_t inUse = 0;
         for (const Slot& slot : m_slots)
             inUse += !slot.entries.IsEmpty();
-        unsigned bits = 4;
+        unsigned bits = kBlockBits + 1;
         while ((std::size_t{1} << bits) < 2 * (inUse + 1))
             ++bits;
         std::vector<Slot> old(std::size_t{1} << bits);
         old.swap(m_slots);
-        m_shift = 64 - (bits - 3);
+        m_shift = 64 - (bits - kBlockBits);
         m_count = 0;
         for (Slot& slot : old) {
             if (slot.entries.IsEmpty()) continue;
