@@ -275,5 +275,5 @@ int main(int argc, char** argv)
 {
     bench::InstallDefaults();
     RegisterAll();
-    return bench::Run(argc, argv, Ratios());
+    return bench::Run(argc, argv, Ratios(), bench::Clock::Processor);
 }

@@ -277,5 +277,5 @@ int main(int argc, char** argv)
 {
     bench::Figures::Put("1 ms", 1e6);
     RegisterAll();
-    return bench::Run(argc, argv, Ratios());
+    return bench::Run(argc, argv, Ratios(), bench::Clock::Processor);
 }
