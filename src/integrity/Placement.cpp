@@ -18,12 +18,13 @@ struct PlacementRow {
     const wchar_t* span;       // derived
     const wchar_t* distance;   // derived, from the upper end of the span
     AtRouteEnd atRouteEnd;
+    bool levelsMissed = false; // whether a record that keeps its old place gets its level anew
 };
 
 // In the order of PlacedKind.
 constexpr PlacementRow kPlacementRows[] = {
     {objectdata::GlChange, &CObjectManager::GetGlChangeIdList, L"glspannum", L"glindist", L"gldistdir", L"glspanid",
-     L"gldist", AtRouteEnd::Zero},
+     L"gldist", AtRouteEnd::Zero, true},
     {objectdata::IntPos, &CObjectManager::GetIntPosIdList, L"ipspannum", L"ipindist", L"ipdistdir", L"ipspanid",
      L"ipdist", AtRouteEnd::SpanLength},
     {objectdata::Lateral, &CObjectManager::GetLateralIdList, L"laspannum", L"laindist", L"ladistdir", L"laspanid",
@@ -35,6 +36,7 @@ constexpr PlacementRow kPlacementRows[] = {
 struct Place {
     const CSpan* span = nullptr; // null off the route
     double distance = 0.0;
+    bool isMissed = false; // neither on a span nor off the route
 };
 
 // No number and infinity are off the route.
@@ -54,7 +56,9 @@ Place AlongRoute(const RouteLine& line, double distance, bool isFromBelow, AtRou
             return {line.spans[i], isFromBelow ? line.lengths[i] - (distance - before) : distance - before};
         before = after;
     }
-    // The whole length. Upwards the sum may have missed it by a rounding error; that is the upper end all the same.
+    // The whole length. Upwards the sum may have missed it by a rounding error: such a record keeps the place that it
+    // had. Settled so.
+    if (before != line.length) return {nullptr, 0.0, true};
     if (isFromBelow) return {line.spans.front(), 0.0};
     return {line.spans.back(), atRouteEnd == AtRouteEnd::Zero ? 0.0 : line.lengths.back()};
 }
@@ -104,10 +108,9 @@ bool PlaceRecords(CObjectManager& manager, long webId, PlacedKind kind, Function
         for (const long id : ids) {
             CPipeObject* const record = manager.TableOf(row.type).Find(id);
             const Place place = PlaceOf(*record, row, line);
-            record->WriteSubAttributeInt(row.span, place.span ? place.span->GetId32() : 0);
-            if (!place.span) continue;
-            record->WriteSubAttributeDouble(row.distance, place.distance);
-            onPlaced(*record);
+            if (!place.isMissed) record->WriteSubAttributeInt(row.span, place.span ? place.span->GetId32() : 0);
+            if (place.span) record->WriteSubAttributeDouble(row.distance, place.distance);
+            if (place.span || (place.isMissed && row.levelsMissed)) onPlaced(*record);
         }
     }
     return true;

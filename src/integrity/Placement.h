@@ -21,8 +21,8 @@ RouteLine LineOfRoute(const CObjectManager& manager, long routeId);
 enum class PlacedKind { GroundChange, CrossingPoint, Lateral, VacuumJoint };
 
 // Writes span and distance of the records on the routes of a web, by what was entered; `onPlaced` then gets each that
-// is not off its route. False without a route, and at once at a route that has records but no order of spans. Raises
-// CInvalidArgException for a negative span number.
+// was placed, and each ground change that is not off its route. False without a route, and at once at a route that has
+// records but no order of spans. Raises CInvalidArgException for a negative span number.
 bool PlaceRecords(CObjectManager& manager, long webId, PlacedKind kind, FunctionRef<void(CPipeObject&)> onPlaced);
 
 } // namespace obmgr

@@ -122,11 +122,12 @@ TEST_P(Placement, TheWholeLengthFromBelowIsTheStartOfTheFirstSpan)
     EXPECT_EQ(Placed({L"4", L"8", L"16"}, {0, L"28", 1}), FromBelow(L"1: 0", m_kind.endsAtZero ? L"3: 0" : L"3: 16"));
 }
 
-// 0.1 + 0.2 + 0.3 is a little more from the left than from the right.
-TEST_P(Placement, TheWholeLengthFromBelowHoldsForLengthsThatDoNotAddUpExactly)
+// 0.1 + 0.2 + 0.3 is a little more from the left than from the right: the walk up does not reach the whole length.
+TEST_P(Placement, AWholeLengthThatTheWalkUpMissesByRoundingLeavesTheRecordWhereItWas)
 {
     const wchar_t* const above = m_kind.endsAtZero ? L"3: 0" : L"3: 0.3";
-    EXPECT_EQ(Placed({L"0.1", L"0.2", L"0.3"}, {0, L"0.6000000000000001", 1}), FromBelow(L"1: 0", above));
+    EXPECT_EQ(Placed({L"0.1", L"0.2", L"0.3"}, {0, L"0.6000000000000001", 1}),
+              FromBelow(L"neither on a span nor off the route", above));
     EXPECT_EQ(Placed({L"0.3", L"0.2", L"0.1"}, {0, L"0.6", 1}),
               FromBelow(L"1: 0", m_kind.endsAtZero ? L"3: 0" : L"3: 0.1"));
 }
