@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <functional>
 #include <random>
 #include <sstream>
 
@@ -216,12 +217,12 @@ TEST_P(Placement, ANegativeSpanNumberIsAnInvalidArgument)
 TEST_P(Placement, WithoutARouteTheUpdateFails)
 {
     Network empty;
-    EXPECT_FALSE((empty.manager.*m_kind.update)(1, true));
+    EXPECT_FALSE(std::invoke(m_kind.update, empty.manager, 1, true));
     Network net("W: R = a-b");
     net.AddWeb("V");
     EXPECT_FALSE(Update(net, "V"));
     for (const long unknown : {0L, -1L, 99999L, net["R"]})
-        EXPECT_FALSE((net.manager.*m_kind.update)(unknown, true)) << unknown;
+        EXPECT_FALSE(std::invoke(m_kind.update, net.manager, unknown, true)) << unknown;
 }
 
 TEST_P(Placement, WithoutRecordsRoutesNeedNoSpans)
