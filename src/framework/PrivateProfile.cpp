@@ -41,7 +41,10 @@ std::string utf8Of(std::string bytes)
         const std::string_view units = std::string_view(bytes).substr(kUtf16Mark.size());
         return ToUtf8(DecodeText(TextEncoding::Utf16LE, units).View());
     }
-    if (bytes.starts_with(kUtf8Mark)) return bytes.erase(0, kUtf8Mark.size());
+    if (bytes.starts_with(kUtf8Mark)) {
+        bytes.erase(0, kUtf8Mark.size());
+        return bytes;
+    }
     if (isUtf8(bytes)) return bytes;
     return ToUtf8(DecodeText(TextEncoding::ShiftJis, bytes).View());
 }

@@ -53,9 +53,7 @@ bool CObjectManager::CopySpanObject(long spanId, long lowerNodeId, long& newId)
     if (!CopyAreasetObjectFromSpan(spanId, newId)) return false;
     copy->SetUpperNodeId(AsLink(upper));
     copy->SetLowerNodeId(AsLink(lower));
-    if (!m_Span.Add(newId, copy.get())) return false;
-    copy.release();
-    return true;
+    return m_Span.Add(newId, copy.get()) && copy.release();
 }
 
 bool CObjectManager::CopyAreasetObjectFromSpan(long fromSpanId, long toSpanId)
