@@ -47,19 +47,16 @@ public:
     void Down(const CSpan& start)
     {
         if (m_listed.count(&start)) return;
-        CList<long, long> ids;
-        m_manager.GetLowerSpanObjectList(start.GetId32(), ids);
         double distance = 0.0;
         const CSpan* last = nullptr;
-        for (const long id : ids) {
-            const CSpan* const span = m_manager.GetSpanDb().Find(id);
-            if (m_listed.count(span)) break;
-            List(*span, distance += lengthOf(*span));
-            last = span;
+        const CSpan* next = &start;
+        while (next && !m_listed.count(next)) {
+            List(*next, distance += lengthOf(*next));
+            last = next;
+            long below = 0;
+            next = m_manager.GetLowerSpan(last->GetId32(), below) ? m_manager.GetSpanDb().Find(below) : nullptr;
         }
-        long below = 0;
-        const bool goesOn = m_manager.GetLowerSpan(last->GetId32(), below);
-        m_trace.ends.push_back({last, goesOn ? m_manager.GetSpanDb().Find(below) : nullptr});
+        m_trace.ends.push_back({last, next});
     }
 
     // Without recursion, which a long line would exhaust.

@@ -33,6 +33,7 @@ public:
         while (!open.empty()) {
             const std::uint32_t node = open.back();
             open.pop_back();
+            if (!IsEnd(node)) continue; // several of its spans made it an end, and all went at once
             for (const std::uint32_t number : m_nodes[node].spans)
                 Remove(m_spans[number], node, open);
         }
