@@ -71,12 +71,10 @@ void TouchedIds::AfterValueChange(const ObjectTable& table, const CPipeObject& o
 
 void TouchedIds::Gather()
 {
-    if (!m_isWatching) {
+    if (!m_isComplete) {
+        m_isWatching = true; // told first: memory may run out when only some of the tables have the watch
         for (const Source& source : m_sources)
             source.table->Watch(*this);
-        m_isWatching = true;
-    }
-    if (!m_isComplete) {
         m_touched.clear();
         m_pending.object = nullptr;
         for (const Source& source : m_sources)
