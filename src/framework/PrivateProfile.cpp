@@ -33,19 +33,14 @@ bool isUtf8(std::string_view bytes)
     return true;
 }
 
-std::string utf8Of(std::string bytes)
+std::string utf8Of(std::string_view bytes)
 {
     constexpr std::string_view kUtf16Mark = "\xFF\xFE";
     constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-    if (bytes.starts_with(kUtf16Mark)) {
-        const std::string_view units = std::string_view(bytes).substr(kUtf16Mark.size());
-        return ToUtf8(DecodeText(TextEncoding::Utf16LE, units).View());
-    }
-    if (bytes.starts_with(kUtf8Mark)) {
-        bytes.erase(0, kUtf8Mark.size());
-        return bytes;
-    }
-    if (isUtf8(bytes)) return bytes;
+    if (bytes.starts_with(kUtf16Mark))
+        return ToUtf8(DecodeText(TextEncoding::Utf16LE, bytes.substr(kUtf16Mark.size())).View());
+    if (bytes.starts_with(kUtf8Mark)) return std::string(bytes.substr(kUtf8Mark.size()));
+    if (isUtf8(bytes)) return std::string(bytes);
     return ToUtf8(DecodeText(TextEncoding::ShiftJis, bytes).View());
 }
 
@@ -95,7 +90,7 @@ std::optional<std::string_view> sectionOf(std::string_view line)
 
 } // namespace
 
-PrivateProfile::PrivateProfile(std::string bytes) : m_text(utf8Of(std::move(bytes))) {}
+PrivateProfile::PrivateProfile(std::string_view bytes) : m_text(utf8Of(bytes)) {}
 
 std::optional<std::string_view> PrivateProfile::Find(const CString& section, const CString& key) const
 {
@@ -246,7 +241,7 @@ std::shared_ptr<const PrivateProfile> profileIn(const CString& path)
     const auto version = file.Version();
     auto bytes = version ? file.ReadAll() : std::nullopt;
     if (!bytes) return std::make_shared<PrivateProfile>();
-    const auto profile = std::make_shared<PrivateProfile>(std::move(*bytes));
+    const auto profile = std::make_shared<PrivateProfile>(*bytes);
     if (version->size <= kLargestKept && hasSettled(*version, now)) kept = Kept{*version, profile};
     return profile;
 }

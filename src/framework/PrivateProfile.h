@@ -30,7 +30,7 @@ public:
     PrivateProfile() = default;
     // The bytes of a file: UTF-16LE or UTF-8 as the mark says; without a mark UTF-8 when all of it is valid, and
     // Shift_JIS otherwise.
-    explicit PrivateProfile(std::string bytes);
+    explicit PrivateProfile(std::string_view bytes);
 
     // The value, or the default without the blanks at its end; cut to size - 1 characters, empty when there is no
     // room for one. An empty value is a value.
