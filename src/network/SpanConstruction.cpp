@@ -81,7 +81,8 @@ bool CObjectManager::CreateMultiSpanNode(long routeId, const CArray<CKeyValue, C
         current = CreateNumberedSpan(*current, values, true, ++number, &spanId, &nodeId);
         if (!current) return false;
         WriteDefaultCalcStyle(*current, webId);
-        current->WriteSubAttributeInt(L"spno", ++place);
+        place = obmgr::AddIds(place, 1); // the number in the data may be any
+        current->WriteSubAttributeInt(L"spno", place);
         spanIds.AddTail(spanId);
         nodeIds.AddTail(nodeId);
     }
