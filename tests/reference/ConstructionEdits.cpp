@@ -159,7 +159,7 @@ bool CreateMultiSpanNode(Network& net, int routeId, const Values& values, int co
         if (!CreateSpanNode(net, current, values, &newSpan, &newNode, true)) return false;
         spanIds.push_back(newSpan);
         nodeIds.push_back(newNode);
-        ++number;
+        number = static_cast<int>(static_cast<unsigned>(number) + 1); // the number in the data may be the greatest
         ++order;
         Record& span = *net.Span(newSpan);
         span.Set(L"order", IntText(order));
