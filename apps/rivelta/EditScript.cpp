@@ -192,7 +192,7 @@ private:
         for (const Field& field : info.fields)
             names.emplace_back(field.name);
         std::string what = Say(Text::ScriptUnknownField, info.name);
-        if (const auto near = NearNames(name, names); !near.empty()) what += "\n" + Say(Text::UsageNear, joined(near));
+        if (const auto near = NearNames(name, names); !near.empty()) what.append("\n").append(Say(Text::UsageNear, joined(near)));
         Fault(place + "." + name, what);
     }
 
@@ -331,7 +331,7 @@ private:
                 names.push_back(known);
             std::string what = Say(Text::ScriptUnknownName, name);
             if (const auto near = NearNames(name, names); !near.empty())
-                what += "\n" + Say(Text::UsageNear, joined(near));
+                what.append("\n").append(Say(Text::UsageNear, joined(near)));
             Fault(place, what);
             return {};
         }

@@ -6,8 +6,8 @@
 #include "network/IdMap.h"
 #include "objects/Records.h"
 
-#include <compare>
 #include <cstdint>
+#include <tuple>
 #include <vector>
 
 class CDlgProgress;
@@ -41,7 +41,10 @@ private:
         std::uint32_t column; // number of the lower node
         std::uint32_t span;   // the first that sets the cell
 
-        auto operator<=>(const Cell&) const = default;
+        bool operator<(const Cell& other) const
+        {
+            return std::tie(row, column, span) < std::tie(other.row, other.column, other.span);
+        }
     };
 
     // The four stages; false when the user cancels.
