@@ -192,7 +192,8 @@ private:
         for (const Field& field : info.fields)
             names.emplace_back(field.name);
         std::string what = Say(Text::ScriptUnknownField, info.name);
-        if (const auto near = NearNames(name, names); !near.empty()) what.append("\n").append(Say(Text::UsageNear, joined(near)));
+        if (const auto near = NearNames(name, names); !near.empty())
+            what.append("\n").append(Say(Text::UsageNear, joined(near)));
         Fault(place + "." + name, what);
     }
 
@@ -256,7 +257,8 @@ private:
         }
         std::vector<Change> changes;
         for (const auto& [key, value] : json.items()) {
-            const std::string keyPlace = place + "." + key;
+            std::string keyPlace = place;
+            keyPlace.append(".").append(key);
             if (!NameOfKey(InternKey(key)).isXmlName) Fault(keyPlace, TextOf(Text::ScriptBadKey));
             if (value.is_null() && mayRemove) {
                 changes.emplace_back(key, std::nullopt);
@@ -343,6 +345,7 @@ private:
                 std::find_if(results.begin(), results.end(), [&part](const ResultInfo& r) { return r.name == part; });
             if (result == results.end()) {
                 std::vector<std::string> parts;
+                parts.reserve(results.size());
                 for (const ResultInfo& known : results)
                     parts.emplace_back(known.name);
                 Fault(place, Say(Text::ScriptUnknownPart, name, part, joined(parts)));
