@@ -1,10 +1,10 @@
 // Loading and saving of a whole city. Floors: a bare parse of the same file, a raw write of the same bytes. Peer: a
 // document library that writes the same content. Files are in a memory-backed folder where there is one.
 
+#include "Files.h"
 #include "City.h"
+#include "Memory.h"
 #include "Ratios.h"
-#include "framework/File.h"
-#include "persistence/PipeDataFile.h"
 
 #include <malloc.h>
 #ifdef RIVELTA_BENCH_PUGIXML
@@ -17,7 +17,6 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
-#include <unistd.h>
 
 namespace {
 
@@ -25,54 +24,15 @@ namespace fs = std::filesystem;
 
 constexpr long kSmall = 20'000;
 constexpr long kLarge = 100'000;
-constexpr int kDataver = 14;
-
-// The files of this run, removed at its end.
-class Folder {
-public:
-    Folder()
-    {
-        const fs::path base = fs::is_directory("/dev/shm") ? fs::path("/dev/shm") : fs::temp_directory_path();
-        m_path = base / ("rivelta_bench_" + std::to_string(::getpid()));
-        fs::create_directories(m_path);
-    }
-    ~Folder()
-    {
-        std::error_code ignored;
-        fs::remove_all(m_path, ignored);
-    }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-    fs::path File(const std::string& name) const { return m_path / name; }
-
-private:
-    fs::path m_path;
-};
-
-const Folder& TheFolder()
-{
-    static const Folder folder;
-    return folder;
-}
-
-bool Save(CObjectManager& manager, const fs::path& path)
-{
-    CStdioFile file;
-    CString error;
-    if (!obmgr::OpenForDataVersion(file, CString(path.wstring().c_str()), kDataver, nullptr)) return false;
-    const bool done = manager.WritePipeObject(file, error, kDataver);
-    file.Close();
-    return done;
-}
 
 // The city's file; made at the first use.
 fs::path CityFile(long spans)
 {
-    const fs::path path = TheFolder().File("city" + std::to_string(spans) + ".xml");
+    const fs::path path = bench::Folder::Get().File("city" + std::to_string(spans) + ".xml");
     if (!fs::exists(path)) {
         CObjectManager manager;
         bench::MakeCity(manager, bench::Size(spans));
-        if (!Save(manager, path)) std::abort();
+        if (!bench::Save(manager, path)) std::abort();
         bench::Figures::Put("bytes/" + std::to_string(spans), static_cast<double>(fs::file_size(path)));
     }
     return path;
@@ -82,22 +42,6 @@ double HeapInUse()
 {
     const auto info = mallinfo2();
     return static_cast<double>(info.uordblks + info.hblkhd);
-}
-
-// Peak memory of the process since the last ResetPeak, in bytes.
-void ResetPeak()
-{
-    std::ofstream("/proc/self/clear_refs") << "5";
-}
-
-double StatusBytes(const std::string& field)
-{
-    std::ifstream status("/proc/self/status");
-    for (std::string name; status >> name;) {
-        double value = 0;
-        if (name == field && status >> value) return value * 1024;
-    }
-    return 0;
 }
 
 void Load(benchmark::State& state)
@@ -110,15 +54,15 @@ void Load(benchmark::State& state)
         malloc_trim(0);
         auto manager = std::make_unique<CObjectManager>();
         const double heapBefore = HeapInUse();
-        const double before = StatusBytes("VmRSS:");
-        ResetPeak();
+        const double before = bench::StatusBytes("VmRSS");
+        bench::ResetPeak();
         state.ResumeTiming();
         CString error;
         if (!manager->CreatePipeObjectFromFile(CString(path.wstring().c_str()), error, false))
             state.SkipWithError("load failed");
         state.PauseTiming();
         heap = HeapInUse() - heapBefore;
-        peak = StatusBytes("VmHWM:") - before;
+        peak = bench::StatusBytes("VmHWM") - before;
         manager.reset();
         state.ResumeTiming();
     }
@@ -156,18 +100,18 @@ CObjectManager& LoadedCity()
 void SaveAll(benchmark::State& state)
 {
     CObjectManager& manager = LoadedCity();
-    const fs::path path = TheFolder().File("saved.xml");
+    const fs::path path = bench::Folder::Get().File("saved.xml");
     double extra = 0;
     for (auto _ : state) {
         state.PauseTiming();
         fs::remove(path);
         malloc_trim(0);
-        const double before = StatusBytes("RssAnon:");
-        ResetPeak();
+        const double before = bench::StatusBytes("RssAnon");
+        bench::ResetPeak();
         state.ResumeTiming();
-        if (!Save(manager, path)) state.SkipWithError("save failed");
+        if (!bench::Save(manager, path)) state.SkipWithError("save failed");
         state.PauseTiming();
-        extra = StatusBytes("RssAnon:") - before;
+        extra = bench::StatusBytes("RssAnon") - before;
         state.ResumeTiming();
     }
     state.counters["extra"] = std::max(extra, 0.0);
@@ -178,7 +122,7 @@ void RawWrite(benchmark::State& state)
     const fs::path source = CityFile(kLarge);
     std::vector<char> bytes(fs::file_size(source));
     std::ifstream(source, std::ios::binary).read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    const fs::path path = TheFolder().File("raw.xml");
+    const fs::path path = bench::Folder::Get().File("raw.xml");
     constexpr std::size_t kPiece = 256 * 1024;
     for (auto _ : state) {
         state.PauseTiming();
@@ -197,7 +141,7 @@ void SaveWithDocumentLibrary(benchmark::State& state)
 {
     pugi::xml_document document;
     document.load_file(CityFile(kLarge).c_str());
-    const fs::path path = TheFolder().File("document.xml");
+    const fs::path path = bench::Folder::Get().File("document.xml");
     for (auto _ : state) {
         state.PauseTiming();
         fs::remove(path);
